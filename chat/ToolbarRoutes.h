@@ -1,0 +1,30 @@
+#pragma once
+// Where the toolbar sends what it hears. The rooms above this one (sounds, IMs and mail) are reached
+// only through this table; the program's entry fills it before the toolbar is made. An empty entry
+// means that the feature is not there: its button or step is left out.
+#include <functional>
+#include <string>
+
+namespace velora {
+
+struct ToolbarRoutes {
+    /// The name to show and look up for a screen name (the user's aliases).
+    std::function<std::wstring(const std::wstring& screenName)> checkForAlias;
+    /// One line of the room, while sounds are heard. `own` is set for the user's own lines. It may
+    /// not pump messages.
+    std::function<void(const std::wstring& screenName, const std::wstring& message, bool own)>
+        detectWav;
+    /// Opens the wav list, or brings it to the front (the button cmdWavs).
+    std::function<void()> openWavs;
+    /// Ends the sound that plays.
+    std::function<void()> stopSounds;
+    /// Ends the program, after asking the user.
+    std::function<void()> exitProgram;
+    /// AOL has ended: the program has nothing left to do.
+    std::function<void()> aolEnded;
+};
+
+/// The program's one table.
+ToolbarRoutes& toolbarRoutes();
+
+} // namespace velora

@@ -1,7 +1,7 @@
 #pragma once
-// Where the toolbar sends what it hears. The rooms above this one (sounds, IMs and mail) are reached
-// only through this table; the program's entry fills it before the toolbar is made. An empty entry
-// means that the feature is not there: its button or step is left out.
+// Where the toolbar sends what it hears. The rooms above this one (sounds, IMs and mail) are
+// reached only through this table; the program's entry fills it before the toolbar is made. An
+// empty entry means that the feature is not there: its button or step is left out.
 #include <functional>
 #include <string>
 

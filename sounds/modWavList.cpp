@@ -9,8 +9,8 @@ namespace {
 
 constexpr std::size_t kExtensionLength = 4;
 constexpr std::wstring_view kExtensions[] = {L".wav", L".mid", L".mp3"};
-constexpr std::wstring_view kAolSystemSounds[] = {L"welcome",  L"IM",      L"goodbye",  L"filedone",
-                                                  L"gotmail",  L"drop",    L"buddyin",  L"buddyout",
+constexpr std::wstring_view kAolSystemSounds[] = {L"welcome",  L"IM",     L"goodbye", L"filedone",
+                                                  L"gotmail",  L"drop",   L"buddyin", L"buddyout",
                                                   L"inactive", L"gotpics"};
 
 } // namespace

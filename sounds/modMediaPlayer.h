@@ -15,6 +15,6 @@ std::wstring versionNumber(std::uint32_t mostSignificant, std::uint32_t leastSig
 bool isMediaPlayerVersion(const std::wstring& number);
 
 /// Looks for the control in the system folder. The answer is found once and kept.
-bool mediaPlayerPresent();
+bool mediaPlayerUsable();
 
 } // namespace velora

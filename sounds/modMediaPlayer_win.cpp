@@ -36,7 +36,7 @@ bool lookForControl()
 
 } // namespace
 
-bool mediaPlayerPresent()
+bool mediaPlayerUsable()
 {
     static const bool present = trap(
         kModule, [] { return lookForControl(); }, false);

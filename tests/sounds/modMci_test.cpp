@@ -1,0 +1,45 @@
+#include "sounds/modMci.h"
+
+#include <doctest/doctest.h>
+
+using namespace velora;
+
+TEST_CASE("devices")
+{
+    CHECK(mciDevice(L"C:\\x.Wav") == std::wstring(L"Waveaudio"));
+    CHECK(mciDevice(L"C:\\x.MID") == std::wstring(L"Sequencer"));
+    for (const wchar_t* none : {L"C:\\x.mp3", L"C:\\x.wave", L"av", L"", L"C:\\x.wav "})
+        CHECK_FALSE(mciDevice(none));
+}
+
+TEST_CASE("opening")
+{
+    const std::wstring alias = mciAlias(L"C:\\x.Wav", 7, 5, 1000);
+    CHECK(alias == L"Wav751000");
+    CHECK(mciOpen(L"C:\\x.Wav", alias)
+          == std::wstring(L"Open C:\\x.Wav ALIAS Wav751000 TYPE Waveaudio wait"));
+    CHECK(mciOpen(L"C:\\My Sounds\\x.mid", L"a")
+          == std::wstring(L"Open \"C:\\My Sounds\\x.mid\" ALIAS a TYPE Sequencer wait"));
+    CHECK_FALSE(mciOpen(L"C:\\x.mp3", L"a"));
+    for (const wchar_t* hostile :
+         {L"C:\\x\" alias y\\z.wav", L"\"C:\\x.wav", L"C:\\x\r\ny.wav", L"C:\\x\ty.wav"})
+        CHECK_FALSE(mciOpen(hostile, L"a"));
+    CHECK_FALSE(mciOpen(std::wstring_view(L"C:\\x\0.wav", 9), L"a"));
+}
+
+TEST_CASE("the other commands")
+{
+    CHECK(mciClose(L"a") == L"Close a");
+    CHECK(mciPause(L"a") == L"Pause a");
+    CHECK(mciPlay(L"a", false) == L"Play a");
+    CHECK(mciPlay(L"a", true) == L"Play a wait");
+    CHECK(mciStop(L"a") == L"Stop a");
+    CHECK(mciSeek(L"a", 250) == L"seek a to 250");
+    CHECK(mciStatus(L"a", MciQuery::length) == L"Status a length");
+    CHECK(mciStatus(L"a", MciQuery::position) == L"Status a position");
+    CHECK(mciStatus(L"a", MciQuery::mode) == L"Status a mode");
+    CHECK(mciStatus(L"a", MciQuery::samplingRate) == L"status a samplespersec wait");
+    CHECK(mciStatus(L"a", MciQuery::bits) == L"status a bitspersample wait");
+    CHECK(mciStatus(L"a", MciQuery::channels) == L"status a channels wait");
+    CHECK(mciStatus(L"a", MciQuery::formatTag) == L"status a format tag wait");
+}

@@ -1,10 +1,34 @@
 # A Wine prefix, a screen and a sound sink that belong to this checkout. Source common.sh first.
 # Calls may come in parallel (ctest -j): one lock guards the start, and what runs already is used.
+#   VELORA_PREFIX    another prefix than build/wine/prefix (script/run and the installer's test have their own)
+#   VELORA_DISPLAY   a display that is there already, instead of an Xvfb screen of our own
+#   VELORA_SOUND     "user": the sound server of the user's session instead of a silent one of our own
 export WINEPREFIX=${VELORA_PREFIX:-$build/wine/prefix}
 export WINEARCH=win32 WINEDEBUG=${WINEDEBUG:--all}
 # No questions about Mono and Gecko, no menu entries on the user's desktop.
 export WINEDLLOVERRIDES="mscoree=;mshtml=;winemenubuilder.exe=${WINEDLLOVERRIDES:+;$WINEDLLOVERRIDES}"
 wine_state=$build/wine
+wine_cache=${XDG_CACHE_HOME:-${HOME:-/tmp}/.cache}/velora
+# A socket's path may have no more than 107 bytes, which a deep checkout exceeds.
+wine_runtime=${TMPDIR:-/tmp}/velora-$(id -u)-$(printf %s "$root" | cksum | cut -d' ' -f1)
+
+# running NAME PROGRAM: the process whose id is in NAME.pid still lives and is that program (after a
+# restart of the machine the number may be somebody else's).
+wine_running() {
+    local pid
+    pid=$(cat "$wine_state/$1.pid" 2>/dev/null) || return 1
+    [ -n "$pid" ] && [ "$(cat "/proc/$pid/comm" 2>/dev/null)" = "$2" ]
+}
+
+# wine_wait SECONDS COMMAND...: until the command succeeds.
+wine_wait() {
+    local tries=$(($1 * 20))
+    shift
+    until "$@" >/dev/null 2>&1; do
+        [ $((tries -= 1)) -gt 0 ] || return 1
+        sleep 0.05
+    done
+}
 
 # The screen: an Xvfb of this checkout, with a small window manager (without one, Wine takes two
 # seconds to close an active window).
@@ -13,48 +37,92 @@ wine_screen() {
         export DISPLAY=$VELORA_DISPLAY
         return
     fi
-    if [ -s "$wine_state/display" ] && [ -s "$wine_state/xvfb.pid" ] \
-        && kill -0 "$(cat "$wine_state/xvfb.pid")" 2>/dev/null; then
+    if wine_running xvfb Xvfb && [ -s "$wine_state/display" ]; then
         export DISPLAY=$(cat "$wine_state/display")
         return
     fi
     need Xvfb
-    rm -f "$wine_state/display.new"
+    need openbox
+    rm -f "$wine_state/display" "$wine_state/display.new"
     Xvfb -displayfd 5 -screen 0 1280x1024x24 -nolisten tcp \
         5>"$wine_state/display.new" 9>&- </dev/null >/dev/null 2>"$wine_state/xvfb.log" &
     echo $! > "$wine_state/xvfb.pid"
-    for _ in $(seq 100); do
-        [ -s "$wine_state/display.new" ] && break
-        sleep 0.1
-    done
-    [ -s "$wine_state/display.new" ] || die "Xvfb did not start" "see $wine_state/xvfb.log"
-    echo ":$(tr -d '[:space:]' < "$wine_state/display.new")" > "$wine_state/display"
-    export DISPLAY=$(cat "$wine_state/display")
-    if command -v openbox >/dev/null 2>&1; then
-        openbox 9>&- </dev/null >/dev/null 2>&1 &
-    fi
+    wine_wait 20 test -s "$wine_state/display.new" \
+        || die "the screen (Xvfb) did not start" "see ${wine_state#"$root"/}/xvfb.log"
+    export DISPLAY=":$(tr -d '[:space:]' < "$wine_state/display.new")"
+    openbox --sm-disable 9>&- 5>&- </dev/null >/dev/null 2>"$wine_state/openbox.log" &
+    # It says on the root window when it manages the screen.
+    wine_wait 10 sh -c 'xprop -root _NET_SUPPORTING_WM_CHECK | grep -q "window id"' \
+        || say "note: the window manager did not start; windows may close slowly"
+    echo "$DISPLAY" > "$wine_state/display"
 }
 
 # Sound goes into a null sink of a PulseAudio of our own, so that MCI really plays.
 wine_sound() {
-    command -v pulseaudio >/dev/null 2>&1 || return 0
-    export XDG_RUNTIME_DIR=$wine_state/runtime
-    export PULSE_SERVER=unix:$wine_state/runtime/pulse.sock
-    mkdir -p "$XDG_RUNTIME_DIR"
-    chmod 700 "$XDG_RUNTIME_DIR"
-    if [ -s "$wine_state/pulse.pid" ] && kill -0 "$(cat "$wine_state/pulse.pid")" 2>/dev/null; then
+    [ "${VELORA_SOUND:-}" != user ] || return 0
+    need pulseaudio
+    mkdir -p -m 700 "$wine_runtime"
+    [ -O "$wine_runtime" ] || die "$wine_runtime belongs to somebody else" "set TMPDIR to a folder of your own"
+    export PULSE_SERVER=unix:$wine_runtime/pulse.sock
+    export PULSE_RUNTIME_PATH=$wine_runtime PULSE_COOKIE=$wine_runtime/cookie
+    if wine_running pulse pulseaudio && [ -S "$wine_runtime/pulse.sock" ]; then
         return
     fi
-    rm -f "$wine_state/runtime/pulse.sock"
-    HOME=$wine_state/runtime pulseaudio -n --daemonize=no --exit-idle-time=-1 --use-pid-file=no \
-        --load="module-native-protocol-unix socket=$wine_state/runtime/pulse.sock auth-anonymous=1" \
+    rm -f "$wine_runtime/pulse.sock"
+    # The server lets everybody in who can reach the socket; clients still want to read a cookie.
+    [ -s "$PULSE_COOKIE" ] || head -c 256 /dev/zero > "$PULSE_COOKIE"
+    HOME=$wine_runtime XDG_RUNTIME_DIR=$wine_runtime pulseaudio -n --daemonize=no \
+        --exit-idle-time=-1 --use-pid-file=no --disallow-exit \
+        --load="module-native-protocol-unix socket=$wine_runtime/pulse.sock auth-anonymous=1 auth-cookie-enabled=0" \
         --load="module-null-sink sink_name=velora" \
         9>&- </dev/null >"$wine_state/pulse.log" 2>&1 &
     echo $! > "$wine_state/pulse.pid"
-    for _ in $(seq 50); do
-        [ -S "$wine_state/runtime/pulse.sock" ] && break
-        sleep 0.1
-    done
+    wine_wait 10 test -S "$wine_runtime/pulse.sock" \
+        || die "the sound server (PulseAudio) did not start" "see ${wine_state#"$root"/}/pulse.log"
+}
+
+# Making a prefix takes ten seconds and more, copying one takes two: the first is kept per user and Wine
+# version, and every checkout has a copy.
+wine_template() {
+    local version template fresh
+    version=$(wine --version 2>/dev/null | tr -cs 'A-Za-z0-9.\n' - | sed 's/-*$//')
+    template=$wine_cache/prefix-$version
+    if [ ! -e "$template/.ready" ]; then
+        mkdir -p "$wine_cache"
+        exec 8>"$wine_cache/lock"
+        flock 8
+        if [ ! -e "$template/.ready" ]; then
+            say "making a Wine prefix (once for each version of Wine)"
+            rm -rf "$template" "$wine_cache"/new.*
+            fresh=$(mktemp -d "$wine_cache/new.XXXXXX")
+            if ! WINEPREFIX=$fresh timeout -k 5 180 wineboot -i 8>&- 9>&- </dev/null \
+                >"$wine_state/wineboot.log" 2>&1; then
+                WINEPREFIX=$fresh wineserver -k 2>/dev/null || true
+                rm -rf "$fresh"
+                die "Wine could not make its prefix" "see ${wine_state#"$root"/}/wineboot.log"
+            fi
+            # The registry is on disk when the server has ended.
+            WINEPREFIX=$fresh timeout 60 wineserver -w 8>&- 9>&- || true
+            [ -s "$fresh/system.reg" ] || die "Wine made an incomplete prefix" \
+                "see ${wine_state#"$root"/}/wineboot.log"
+            touch "$fresh/.ready"
+            mv "$fresh" "$template"
+        fi
+        flock -u 8
+        exec 8>&-
+    fi
+    printf '%s\n' "$template"
+}
+
+wine_prefix() {
+    [ ! -e "$WINEPREFIX/.ready" ] || return 0
+    local template
+    template=$(wine_template)
+    rm -rf "$WINEPREFIX" "$WINEPREFIX.new"
+    mkdir -p "$(dirname "$WINEPREFIX")"
+    cp -a --reflink=auto "$template" "$WINEPREFIX.new" \
+        || die "the Wine prefix could not be copied" "is there 1 GB free on this disk?"
+    mv "$WINEPREFIX.new" "$WINEPREFIX"
 }
 
 wine_start() {
@@ -64,23 +132,25 @@ wine_start() {
     flock 9
     wine_screen
     wine_sound
-    if [ ! -e "$WINEPREFIX/.ready" ]; then
-        mkdir -p "$WINEPREFIX"
-        timeout 120 wineboot -i 9>&- </dev/null >"$wine_state/wineboot.log" 2>&1 \
-            || die "Wine could not make its prefix" "see $wine_state/wineboot.log"
-        touch "$WINEPREFIX/.ready"
+    wine_prefix
+    # A server that stays makes each further start quick (the command fails when one runs already).
+    # The first program starts Wine's services, which keep its output open as long as they live: a test
+    # runner would wait for them.
+    if wineserver -p120 9>&- </dev/null >/dev/null 2>&1; then
+        timeout 60 wine cmd /c exit 9>&- </dev/null >/dev/null 2>&1 || true
     fi
-    # A server that stays makes each further start quick.
-    wineserver -p120 9>&- </dev/null >/dev/null 2>&1 || true
     flock -u 9
     exec 9>&-
 }
 
 wine_stop() {
-    wineserver -k 2>/dev/null || true
-    for name in pulse xvfb; do
-        [ -s "$wine_state/$name.pid" ] && kill "$(cat "$wine_state/$name.pid")" 2>/dev/null || true
-        rm -f "$wine_state/$name.pid"
-    done
-    rm -f "$wine_state/display"
+    if [ -d "$WINEPREFIX" ]; then
+        timeout 20 wineserver -k 2>/dev/null || true
+        # A server that is still ending would refuse the next one its place.
+        timeout 20 wineserver -w 2>/dev/null || true
+    fi
+    if wine_running pulse pulseaudio; then kill "$(cat "$wine_state/pulse.pid")" || true; fi
+    if wine_running xvfb Xvfb; then kill "$(cat "$wine_state/xvfb.pid")" || true; fi
+    rm -f "$wine_state"/*.pid "$wine_state/display"
+    rm -rf "$wine_runtime"
 }

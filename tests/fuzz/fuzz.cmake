@@ -1,0 +1,21 @@
+# tests/fuzz/<name>_fuzz.cpp defines LLVMFuzzerTestOneInput. In the fuzz preset each is a libFuzzer program
+# (script/fuzz runs them); in the native preset the same code runs over the inputs that are kept in
+# tests/fuzz/corpus/<name>/, as one test each.
+if(NOT WIN32)
+  file(GLOB fuzz_sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/fuzz/*_fuzz.cpp)
+  foreach(source IN LISTS fuzz_sources)
+    get_filename_component(target ${source} NAME_WE)
+    string(REGEX REPLACE "_fuzz$" "" name ${target})
+    set(corpus ${CMAKE_CURRENT_SOURCE_DIR}/fuzz/corpus/${name})
+    add_executable(${target} ${source})
+    target_include_directories(${target} PRIVATE ${CMAKE_SOURCE_DIR}/tests)
+    target_link_libraries(${target} PRIVATE velora_im_mail)
+    if(VELORA_FUZZ)
+      target_link_options(${target} PRIVATE -fsanitize=fuzzer)
+    else()
+      target_sources(${target} PRIVATE ${CMAKE_CURRENT_SOURCE_DIR}/fuzz/corpus_main.cpp)
+      add_test(NAME native/fuzz/${name} COMMAND ${target} ${corpus})
+      set_tests_properties(native/fuzz/${name} PROPERTIES TIMEOUT 120)
+    endif()
+  endforeach()
+endif()

@@ -10,7 +10,7 @@ namespace velora {
 namespace {
 
 constexpr char kModule[] = "modFavWavs";
-constexpr std::uint64_t kLargestList = 32u << 20;
+constexpr std::uint64_t kLargestList = 16u << 20;
 
 std::optional<SoundKind> kindInPath(std::wstring_view path)
 {

@@ -11,11 +11,12 @@ constexpr char kModule[] = "modWavDetect";
 
 } // namespace
 
-void clsWavDetect::line(std::wstring_view message, bool own, std::uint32_t now, long perMinute)
+void clsWavDetect::line(std::wstring_view message, bool own, std::uint32_t now)
 {
     trap(kModule, [&] {
         const std::wstring name = ParseWavName(message);
-        if (!isSafeSoundName(name) || (!own && limit_.full(now, perMinute)) || doors_.busy())
+        if (!isSafeSoundName(name) || (!own && limit_.full(now, doors_.perMinute()))
+            || doors_.busy())
             return;
         const std::wstring path = doors_.getWavPath(name);
         if (path.empty())

@@ -12,6 +12,8 @@ class clsWavDetect {
 public:
     /// What the detector may do. All are set.
     struct Doors {
+        /// How many sounds of others may play within 60 seconds.
+        std::function<long()> perMinute;
         /// The file for a sound name; empty when the library has none.
         std::function<std::wstring(const std::wstring& name)> getWavPath;
         /// True while a sound plays or is paused.
@@ -25,10 +27,11 @@ public:
     };
     explicit clsWavDetect(Doors doors) : doors_(std::move(doors)) {}
 
-    /// Looks at one line. The user's own sounds are heard like everyone's, once, when the room
-    /// shows them, and do not count against the limit. Nothing is looked up while a sound plays,
-    /// after `perMinute` sounds of others in 60 seconds, or for a name that is no plain file name.
-    void line(std::wstring_view message, bool own, std::uint32_t now, long perMinute);
+    /// Looks at one line, at a time as tickCount gives it. The user's own sounds are heard like
+    /// everyone's, once, when the room shows them, and do not count against the limit. Nothing is
+    /// looked up while a sound plays, while the limit is reached, or for a name that is no plain
+    /// file name.
+    void line(std::wstring_view message, bool own, std::uint32_t now);
 
 private:
     Doors doors_;

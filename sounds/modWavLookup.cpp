@@ -2,6 +2,7 @@
 
 #include "base/text.h"
 #include "base/trap.h"
+#include "sounds/fileFacts.h"
 #include "sounds/modSoundCommand.h"
 
 namespace velora {

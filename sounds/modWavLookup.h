@@ -25,9 +25,6 @@ private:
     std::unordered_map<std::wstring, std::vector<std::wstring>> byName_;
 };
 
-/// Size and time of a file's last change as one text; empty when it is not there.
-std::wstring fileStamp(const std::wstring& path);
-
 /// True for a path on a drive ("C:\x.wav"). A path to another machine is none: whoever made the
 /// list could have the user's machine log on there.
 bool isDrivePath(std::wstring_view path);

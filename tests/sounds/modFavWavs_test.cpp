@@ -73,7 +73,7 @@ TEST_CASE("a list that cannot be read is never written over")
 {
     const TempDir dir;
     const std::wstring list = dir.file(L"favwavs.dat");
-    const std::string large((32u << 20) + 1, 'x');
+    const std::string large((16u << 20) + 1, 'x');
     replaceFile(list, large);
     CHECK(readListFile(list, false).empty());
     CHECK_FALSE(AddFavWav(list, L"a", L"C:\\a.wav"));

@@ -10,8 +10,10 @@ namespace {
 struct Room {
     bool busy = false, opens = true;
     int lookups = 0;
+    long perMinute = 12;
     std::vector<std::wstring> played, others, told;
     clsWavDetect detect{{
+        .perMinute = [this] { return perMinute; },
         .getWavPath =
             [this](const std::wstring& name) {
                 ++lookups;
@@ -27,9 +29,9 @@ struct Room {
         .playOther = [this](const std::wstring& path) { others.push_back(path); },
         .played = [this](const std::wstring& name) { told.push_back(name); },
     }};
-    void say(const wchar_t* line, std::uint32_t now = 0, bool own = false, long perMinute = 12)
+    void say(const wchar_t* line, std::uint32_t now = 0, bool own = false)
     {
-        detect.line(line, own, now, perMinute);
+        detect.line(line, own, now);
     }
 };
 
@@ -73,18 +75,21 @@ TEST_CASE("a flood of strangers' sounds is bounded, the user's own are not count
     CHECK(room.played.size() == 13);
     room.say(L"{S a.wav}", 61000);
     CHECK(room.played.size() == 14);
-    room.say(L"{S a.wav}", 200000, false, 0);
-    room.say(L"{S a.wav}", 200000, false, -5);
+    for (const long none : {0L, -5L}) {
+        room.perMinute = none;
+        room.say(L"{S a.wav}", 200000);
+    }
     CHECK(room.played.size() == 14);
 }
 
 TEST_CASE("the limit survives the clock's wrap")
 {
     Room room;
+    room.perMinute = 3;
     for (int i = 0; i < 5; ++i)
-        room.say(L"{S a.wav}", 0xFFFFFF00u + i * 0x80, false, 3);
+        room.say(L"{S a.wav}", 0xFFFFFF00u + i * 0x80);
     CHECK(room.played.size() == 3);
-    room.say(L"{S a.wav}", 60000, false, 3);
+    room.say(L"{S a.wav}", 60000);
     CHECK(room.played.size() == 4);
 }
 

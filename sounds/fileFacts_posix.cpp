@@ -1,5 +1,6 @@
+#include "sounds/fileFacts.h"
+
 #include "base/text.h"
-#include "sounds/modWavLookup.h"
 
 #include <sys/stat.h>
 
@@ -12,6 +13,14 @@ std::wstring fileStamp(const std::wstring& path)
         return {};
     return std::to_wstring(data.st_size) + L' ' + std::to_wstring(data.st_mtim.tv_sec) + L' '
            + std::to_wstring(data.st_mtim.tv_nsec);
+}
+
+std::optional<std::uint64_t> fileBytes(const std::wstring& path)
+{
+    struct stat data;
+    if (stat(toUtf8(path).c_str(), &data) != 0 || !S_ISREG(data.st_mode))
+        return std::nullopt;
+    return static_cast<std::uint64_t>(data.st_size);
 }
 
 } // namespace velora

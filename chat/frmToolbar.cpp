@@ -1,0 +1,296 @@
+// The panel: its buttons, its menu and its place. The hooks are in frmToolbarHooks.cpp.
+#include "chat/frmToolbar.h"
+
+#include "base/trap.h"
+#include "chat/ToolbarRoutes.h"
+#include "chat/modIcons_win.h"
+#include "core/modAOL.h"
+#include "settings/Options.h"
+#include "ui/Menu.h"
+#include "ui/Placement.h"
+#include "ui/WinGeometry.h"
+
+namespace velora {
+namespace {
+
+constexpr char kModule[] = "frmToolbar";
+constexpr int kIconSize = 20;
+constexpr Size kButtonSize{28, 26};
+constexpr int kGrip = 9;  // pixels along the panel
+constexpr int kFrame = 2; // around the buttons
+/// Left free at the right end: there AOL shows the buttons of a maximised window of its own.
+constexpr int kFromRight = 64;
+
+bool has(const std::function<void()>& route)
+{
+    return static_cast<bool>(route);
+}
+
+} // namespace
+
+/// One button of the panel, in their order.
+struct frmToolbar::ButtonRow {
+    ImageButton frmToolbar::*button;
+    const wchar_t* name; ///< its window text, too
+    const wchar_t* tip;
+    IconId icon;
+    bool (*there)(const ToolbarRoutes& routes); ///< whether somebody does what it asks for
+    void (frmToolbar::*clicked)();
+};
+
+const frmToolbar::ButtonRow frmToolbar::kButtons[] = {
+    {&frmToolbar::cmdWavs, L"Wav List", L"Wav List: hear sounds and send them to the room",
+     IconId::wavs, [](const ToolbarRoutes& routes) { return has(routes.openWavs); },
+     &frmToolbar::openWavs},
+    {&frmToolbar::cmdMenu, L"Menu", L"Velora's menu", IconId::menu,
+     [](const ToolbarRoutes&) { return true; }, &frmToolbar::openMenu},
+};
+
+frmToolbar::frmToolbar() : Form("frmToolbar") {}
+
+frmToolbar::~frmToolbar() = default;
+
+frmToolbar& frmToolbar::load()
+{
+    frmToolbar& form = open<frmToolbar>();
+    form.EnableSubclass();
+    form.SetPanelPos();
+    return form;
+}
+
+FormOptions frmToolbar::options() const
+{
+    FormOptions options;
+    options.title = L"Velora Toolbar";
+    options.kind = FormKind::panel;
+    options.owner = AOLWindow();
+    options.activates = false;
+    return options;
+}
+
+void frmToolbar::onCreate()
+{
+    frame_ = AOLWindow();
+    for (const ButtonRow& row : kButtons) {
+        if (!row.there(toolbarRoutes()))
+            continue;
+        ImageButton& button = this->*row.button;
+        button.create(
+            *this, row.name, sharedIcon(row.icon, kIconSize),
+            [this, clicked = row.clicked] { (this->*clicked)(); }, false);
+        button.setIcon(sharedIcon(row.icon, kIconSize), kIconSize);
+        button.setPreferredSize(kButtonSize);
+        tips_.add(button, row.tip);
+    }
+    ResizeButtons();
+}
+
+void frmToolbar::ResizeButtons()
+{
+    trap(kModule, [&] {
+        const bool horizontal = opt::Toolbar::Horizontal.get();
+        std::vector<Box> buttons;
+        for (const ButtonRow& row : kButtons)
+            if ((this->*row.button).hwnd())
+                buttons.push_back(this->*row.button);
+        const Box row = line(buttons, 0, !horizontal);
+        const Box layout = horizontal ? row.margins(kGrip + kFrame, kFrame, kFrame, kFrame)
+                                      : row.margins(kFrame, kGrip + kFrame, kFrame, kFrame);
+        setLayout(layout);
+        setPlace(rectOf({place().left, place().top}, layout.preferredSize()));
+        relayout();
+        SetPanelPos();
+        InvalidateRect(hwnd(), nullptr, TRUE);
+    });
+}
+
+void frmToolbar::ShowToolbar(bool visible)
+{
+    trap(kModule, [&] {
+        opt::Toolbar::ShowToolbar.set(visible);
+        SetPanelPos();
+    });
+}
+
+PanelOffset frmToolbar::offset() const
+{
+    if (dragged_)
+        return *dragged_;
+    if (const auto kept = parsePanelOffset(opt::Toolbar::Position.get()))
+        return *kept;
+    // Over the right end of AOL's menu bar.
+    POINT client{0, 0};
+    ClientToScreen(frame_, &client);
+    const int menuBar = GetMenu(frame_) ? GetSystemMetrics(SM_CYMENU) : 0;
+    const int top = static_cast<int>(client.y) - menuBar - windowRect(frame_).top;
+    return {kFromRight, std::max(0, top)};
+}
+
+void frmToolbar::SetPanelPos()
+{
+    trap(kModule, [&] {
+        if (!isOpen())
+            return;
+        const bool over = IsWindow(frame_) && IsWindowVisible(frame_) && !IsIconic(frame_);
+        if (!over || !opt::Toolbar::ShowToolbar.get()) {
+            if (IsWindowVisible(hwnd()))
+                show(false);
+            return;
+        }
+        const Rect present = place();
+        const Rect wanted = movedInto(panelPlace(windowRect(frame_), present.size(), offset()),
+                                      monitorAreaNear(windowRect(frame_)));
+        if (wanted != present)
+            setPlace(wanted);
+        if (!IsWindowVisible(hwnd()))
+            show();
+    });
+}
+
+void frmToolbar::openWavs()
+{
+    toolbarRoutes().openWavs();
+}
+
+void frmToolbar::openMenu()
+{
+    const Rect button = cmdMenu.screenPlace();
+    showMenu({button.left, button.bottom});
+}
+
+void frmToolbar::showMenu(Point at)
+{
+    const ToolbarRoutes& routes = toolbarRoutes();
+    const bool hears = opt::General::WavDetect.get();
+    const bool horizontal = opt::Toolbar::Horizontal.get();
+    Menu mnuMenuItem;
+    if (has(routes.openWavs))
+        mnuMenuItem.item(L"&Wav List...", [this] { openWavs(); });
+    if (has(routes.stopSounds))
+        mnuMenuItem.item(L"&Stop Sound", routes.stopSounds);
+    mnuMenuItem.item(L"&Play Sounds Said in the Room",
+                     [hears] { opt::General::WavDetect.set(!hears); }, {.checked = hears});
+    mnuMenuItem.separator();
+    mnuMenuItem.item(L"&Upright Toolbar",
+                     [this, horizontal] {
+                         opt::Toolbar::Horizontal.set(!horizontal);
+                         ResizeButtons();
+                     },
+                     {.checked = !horizontal});
+    mnuMenuItem.item(L"&Reset Toolbar Position",
+                     [this] {
+                         opt::Toolbar::Position.set(L"");
+                         SetPanelPos();
+                     },
+                     {.enabled = parsePanelOffset(opt::Toolbar::Position.get()).has_value()});
+    if (has(routes.exitProgram)) {
+        mnuMenuItem.separator();
+        mnuMenuItem.item(L"E&xit Velora", routes.exitProgram);
+    }
+    mnuMenuItem.popup(*this, at);
+}
+
+void frmToolbar::onContextMenu(Control*, Point at)
+{
+    showMenu(at);
+}
+
+bool frmToolbar::onClose(CloseReason reason)
+{
+    // Something outside asks the program's main window to close.
+    if (reason != CloseReason::user)
+        return true;
+    if (toolbarRoutes().exitProgram)
+        toolbarRoutes().exitProgram();
+    return false;
+}
+
+Rect frmToolbar::gripRect() const
+{
+    const Size size = clientSize(hwnd());
+    return opt::Toolbar::Horizontal.get() ? Rect{0, 0, kGrip + kFrame, size.height}
+                                          : Rect{0, 0, size.width, kGrip + kFrame};
+}
+
+void frmToolbar::onPaint(HDC dc, const Rect& client)
+{
+    RECT edge = toRECT(client);
+    DrawEdge(dc, &edge, BDR_RAISEDINNER, BF_RECT);
+    // Two rows of dots to take hold of.
+    const Rect grip = gripRect();
+    const bool horizontal = grip.height() > grip.width();
+    const int length = horizontal ? grip.height() : grip.width();
+    for (int along = 7; along + 7 < length; along += 4)
+        for (const int across : {4, 7}) {
+            const Point dot = horizontal ? Point{across, along} : Point{along, across};
+            SetPixelV(dc, dot.x + 1, dot.y + 1, GetSysColor(COLOR_3DHILIGHT));
+            SetPixelV(dc, dot.x, dot.y, GetSysColor(COLOR_3DSHADOW));
+        }
+}
+
+void frmToolbar::startDrag()
+{
+    GetCursorPos(&dragFrom_);
+    dragStart_ = place();
+    dragged_ = offset();
+    SetCapture(hwnd());
+}
+
+void frmToolbar::drag()
+{
+    POINT at;
+    GetCursorPos(&at);
+    const int dx = at.x - dragFrom_.x, dy = at.y - dragFrom_.y;
+    dragged_ = panelOffset(windowRect(frame_), {dragStart_.left + dx, dragStart_.top + dy,
+                                                dragStart_.right + dx, dragStart_.bottom + dy});
+    SetPanelPos();
+}
+
+void frmToolbar::endDrag(bool keep)
+{
+    const bool moved = place() != dragStart_;
+    if (keep && moved)
+        opt::Toolbar::Position.set(panelOffsetText(*dragged_));
+    dragged_.reset();
+    SetPanelPos();
+}
+
+std::optional<LRESULT> frmToolbar::onMessage(UINT message, WPARAM wParam, LPARAM lParam)
+{
+    switch (message) {
+    case WM_SETCURSOR: {
+        POINT at;
+        GetCursorPos(&at);
+        ScreenToClient(hwnd(), &at);
+        const RECT grip = toRECT(gripRect());
+        if (reinterpret_cast<HWND>(wParam) != hwnd() || !PtInRect(&grip, at))
+            return std::nullopt;
+        SetCursor(LoadCursorW(nullptr, IDC_SIZEALL));
+        return TRUE;
+    }
+    case WM_LBUTTONDOWN: {
+        const RECT grip = toRECT(gripRect());
+        if (PtInRect(&grip,
+                     {static_cast<short>(LOWORD(lParam)), static_cast<short>(HIWORD(lParam))}))
+            startDrag();
+        return 0;
+    }
+    case WM_MOUSEMOVE:
+        if (dragged_)
+            drag();
+        return 0;
+    case WM_LBUTTONUP:
+        if (dragged_) {
+            endDrag(true);
+            ReleaseCapture();
+        }
+        return 0;
+    case WM_CAPTURECHANGED:
+        if (dragged_)
+            endDrag(false);
+        return 0;
+    default: return std::nullopt;
+    }
+}
+
+} // namespace velora

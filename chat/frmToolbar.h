@@ -1,0 +1,101 @@
+#pragma once
+// The toolbar: a panel of buttons over AOL's frame, and the hub through which AOL's windows reach
+// the program. It owns every hook on AOL's windows and the chat room reader.
+//
+// The panel is a window of ours that belongs to AOL's frame: it follows it, hides with it, and
+// never takes the focus.
+#include "chat/modPanel.h"
+#include "core/clsChat.h"
+#include "hook/WindowHook.h"
+#include "ui/Controls.h"
+#include "ui/Form.h"
+#include "ui/Timer.h"
+#include "ui/ToolTip.h"
+
+#include <memory>
+#include <optional>
+
+namespace velora {
+
+class frmToolbar final : public Form {
+public:
+    frmToolbar();
+    ~frmToolbar() override;
+
+    /// The program's toolbar; null before it is made and after it is gone.
+    static frmToolbar* instance() { return find<frmToolbar>(); }
+    /// Makes the toolbar, hooks AOL's windows and shows the panel. ToolbarRoutes are filled before.
+    static frmToolbar& load();
+
+    /// Connects to AOL and hooks the windows that are there. What fails is tried again by Timer1.
+    void EnableSubclass();
+    /// Gives AOL's windows back; nothing of ours is left on them.
+    void UnhookSubclasses();
+
+    /// Starts the chat reader on a room; a room that is read already is left alone.
+    void ChatScanOn(HWND chatRoom);
+    void ChatScanOff();
+    /// One new line of the room.
+    void Chat_ChatMsg(std::wstring& screenName, std::wstring& message);
+    /// The room that is read; 0 when none is.
+    HWND scannedRoom() const { return room_; }
+
+    /// Shows or hides the panel from now on, and remembers that.
+    void ShowToolbar(bool visible);
+    /// Puts the panel over AOL's frame where it belongs, or hides it while there is nothing to lie
+    /// over. Sends AOL no message.
+    void SetPanelPos();
+    /// Lays the buttons out anew after the direction or the set of buttons changed.
+    void ResizeButtons();
+
+protected:
+    FormOptions options() const override;
+    void onCreate() override;
+    bool onClose(CloseReason reason) override;
+    void onDestroy() override;
+    void onPaint(HDC dc, const Rect& client) override;
+    void onContextMenu(Control* over, Point at) override;
+    std::optional<LRESULT> onMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
+
+private:
+    struct ButtonRow;
+    static const ButtonRow kButtons[];
+
+    void openWavs();
+    void openMenu();
+    void showMenu(Point at);
+    void startDrag();
+    void drag();
+    void endDrag(bool keep);
+    Rect gripRect() const;
+    PanelOffset offset() const;
+
+    void connect();
+    void Timer1_Timer();
+    void watchRoom(bool changed);
+    void keepReading();
+    bool hookDisplay();
+    void checkChat();
+    void aolGone(HWND window);
+    void aolEnded();
+
+    ImageButton cmdWavs, cmdMenu;
+    ToolTip tips_;
+    Timer Timer1;
+    WindowHook sbcChat;
+    std::unique_ptr<clsChat> Chat;
+
+    HWND frame_ = nullptr;
+    HWND room_ = nullptr;
+    std::wstring ownKey_;   // the key of the user's own screen name
+    DWORD nextConnect_ = 0; // tick counts
+    DWORD nextLook_ = 0;
+    DWORD connectDelay_ = 0;
+    bool roomsChanged_ = true;
+    bool ended_ = false;
+    std::optional<PanelOffset> dragged_; // while the user drags the panel
+    POINT dragFrom_{};
+    Rect dragStart_;
+};
+
+} // namespace velora

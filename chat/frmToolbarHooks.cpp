@@ -1,0 +1,199 @@
+// What the toolbar hears from AOL: the frame's moves and end, chat rooms coming and going, and the
+// text of the room that is read.
+#include "chat/frmToolbar.h"
+
+#include "base/text.h"
+#include "base/trap.h"
+#include "chat/ToolbarRoutes.h"
+#include "chat/modChatSteps.h"
+#include "core/modAOL.h"
+#include "core/modChatDisplay.h"
+#include "ui/MessageLoop.h"
+
+#include <algorithm>
+
+namespace velora {
+namespace {
+
+constexpr char kModule[] = "frmToolbar";
+constexpr UINT kTimer1Ms = 500;
+/// AOL's notice that the text of a display changed.
+constexpr UINT kTextChanged = 5143;
+/// A connection that fails is tried again after a second, then ever more rarely.
+constexpr DWORD kFirstConnectDelay = 1000, kLongestConnectDelay = 30000;
+/// Rooms are looked for when AOL's windows change; this is for a change that nobody told.
+constexpr DWORD kLookEvery = 10000;
+
+bool isDue(DWORD when)
+{
+    return static_cast<LONG>(GetTickCount() - when) >= 0;
+}
+
+} // namespace
+
+void frmToolbar::EnableSubclass()
+{
+    trap(kModule, [&] {
+        AgentLink& link = aolLink();
+        link.onMoved = [this] { SetPanelPos(); };
+        link.onChild = [this](HWND) { watchRoom(true); };
+        link.onGone = [this](HWND window) { aolGone(window); };
+        link.onAolEnded = [this] { aolEnded(); };
+        connect();
+        Timer1.start(kTimer1Ms, [this] { Timer1_Timer(); });
+        watchRoom(true);
+    });
+}
+
+void frmToolbar::UnhookSubclasses()
+{
+    trap(kModule, [&] {
+        Timer1.stop();
+        ChatScanOff();
+        AgentLink& link = aolLink();
+        link.onMoved = nullptr;
+        link.onChild = link.onGone = nullptr;
+        link.onAolEnded = nullptr;
+        link.disconnect();
+    });
+}
+
+void frmToolbar::onDestroy()
+{
+    UnhookSubclasses();
+    dragged_.reset();
+}
+
+void frmToolbar::connect()
+{
+    if (aolLink().connected() || !isDue(nextConnect_))
+        return;
+    if (connectAol()) {
+        connectDelay_ = 0;
+        return;
+    }
+    connectDelay_ = std::clamp(connectDelay_ * 2, kFirstConnectDelay, kLongestConnectDelay);
+    nextConnect_ = GetTickCount() + connectDelay_;
+}
+
+void frmToolbar::Timer1_Timer()
+{
+    trap(kModule, [&] {
+        if (!IsWindow(frame_)) {
+            aolEnded();
+            return;
+        }
+        connect();
+        SetPanelPos();
+        watchRoom(false);
+    });
+}
+
+// While the room that is read is there, nothing is asked of AOL. Otherwise its windows are looked
+// through when one of them came or went, and now and then in case nobody told.
+void frmToolbar::watchRoom(bool changed)
+{
+    trap(kModule, [&] {
+        roomsChanged_ |= changed;
+        if (room_ && IsWindow(room_)) {
+            keepReading();
+            return;
+        }
+        if (!room_ && !roomsChanged_ && !isDue(nextLook_))
+            return;
+        roomsChanged_ = false;
+        nextLook_ = GetTickCount() + kLookEvery;
+        ChatScanOff();
+        if (const HWND room = AOL_FindChat())
+            ChatScanOn(room);
+    });
+}
+
+void frmToolbar::keepReading()
+{
+    const bool hooked = sbcChat.window() || hookDisplay();
+    // Without a hook the timer is the notice; a look that AOL did not answer is made again.
+    if (!hooked || Chat->missed())
+        checkChat();
+}
+
+bool frmToolbar::hookDisplay()
+{
+    const HWND display = aolLink().connected() ? chatDisplay(room_) : nullptr;
+    return display
+           && sbcChat.attach(aolLink(), display,
+                             {{kTextChanged, 0, ~WPARAM{0}, Delivery::postedAfter, true}});
+}
+
+void frmToolbar::ChatScanOn(HWND chatRoom)
+{
+    trap(kModule, [&] {
+        if (chatRoom == room_)
+            return;
+        ChatScanOff();
+        if (!chatDisplay(chatRoom)) {
+            roomsChanged_ = true; // AOL is still building the room
+            return;
+        }
+        room_ = chatRoom;
+        ownKey_ = screenNameKey(signedOnScreenName());
+        Chat = std::make_unique<clsChat>();
+        Chat->ChatMsg = [this](std::wstring& screenName, std::wstring& message) {
+            Chat_ChatMsg(screenName, message);
+        };
+        sbcChat.WndMessageX = [this](HookMessage&) { checkChat(); };
+        hookDisplay();
+        Chat->Init(chatDisplayReader(chatRoom));
+    });
+}
+
+void frmToolbar::ChatScanOff()
+{
+    trap(kModule, [&] {
+        sbcChat.detach();
+        Chat.reset();
+        room_ = nullptr;
+    });
+}
+
+void frmToolbar::checkChat()
+{
+    trap(kModule, [&] {
+        if (!Chat || Chat->CheckChat() != 0)
+            return;
+        // What a line sets off may write to the room: its notices wait until all lines are through.
+        const WindowHook::Pause pause(sbcChat);
+        Chat->HandleChat();
+    });
+}
+
+void frmToolbar::Chat_ChatMsg(std::wstring& screenName, std::wstring& message)
+{
+    trap(kModule, [&] {
+        const bool own = !ownKey_.empty() && screenNameKey(screenName) == ownKey_;
+        routeChatLine({screenName, message, own});
+    });
+}
+
+void frmToolbar::aolGone(HWND window)
+{
+    if (window == frame_)
+        aolEnded();
+    else
+        watchRoom(true);
+}
+
+void frmToolbar::aolEnded()
+{
+    if (ended_)
+        return;
+    ended_ = true;
+    Timer1.stop();
+    ChatScanOff();
+    show(false);
+    // Not from here: the link that tells it is taken down by what follows.
+    if (toolbarRoutes().aolEnded)
+        postCall(toolbarRoutes().aolEnded);
+}
+
+} // namespace velora

@@ -1,0 +1,68 @@
+#include "aolhost/Aol.h"
+
+#include "aolhost/ChatRoom.h"
+#include "aolhost/Frame.h"
+#include "aolhost/SignOn.h"
+
+#include <mmsystem.h>
+#include <utility>
+
+namespace aolhost {
+
+Aol& aol()
+{
+    static Aol instance;
+    return instance;
+}
+
+void Aol::signOn(const std::wstring& screenName)
+{
+    if (online())
+        return;
+    name = screenName;
+    transcript.add(L"signon", name, L"");
+    if (auto* screen = first<SignOn>())
+        screen->close();
+    new Welcome;
+    frame->onlineChanged();
+    play(L"welcome");
+    if (!options.keyword.empty())
+        openKeyword(std::exchange(options.keyword, {}));
+}
+
+void Aol::signOff()
+{
+    if (!online())
+        return;
+    transcript.add(L"signoff", name, L"");
+    name.clear();
+    play(L"goodbye");
+    for (Document* document : std::vector<Document*>(documents))
+        DestroyWindow(document->hwnd());
+    frame->onlineChanged();
+    new SignOn(true);
+}
+
+ChatRoom* Aol::room() const
+{
+    return first<ChatRoom>();
+}
+
+ChatRoom& Aol::enterRoom(const std::wstring& roomName)
+{
+    if (ChatRoom* former = room())
+        former->close();
+    transcript.add(L"room", name, roomName);
+    return *new ChatRoom(roomName);
+}
+
+void Aol::openKeyword(const std::wstring&) {}
+
+void Aol::play(const wchar_t* sound) const
+{
+    if (options.sounds)
+        PlaySoundW((options.folder + L"\\sounds\\" + sound + L".wav").c_str(), nullptr,
+                   SND_FILENAME | SND_ASYNC | SND_NODEFAULT);
+}
+
+} // namespace aolhost

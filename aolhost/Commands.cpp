@@ -1,0 +1,228 @@
+#include "aolhost/Commands.h"
+
+#include "aolhost/Aol.h"
+#include "aolhost/ChatRoom.h"
+#include "aolhost/Frame.h"
+#include "aolhost/Text.h"
+
+#include <stdexcept>
+
+namespace aolhost {
+namespace {
+
+using Answer = std::wstring;
+
+/// Refuses a command; the text is what its answer says after "error ".
+struct Refusal {
+    std::wstring reason;
+};
+
+struct Said {
+    std::wstring who, text;
+};
+
+/// "NAME: TEXT"; blanks around the name and one after the colon do not count.
+Said parseSaid(const std::wstring& argument)
+{
+    const std::size_t colon = argument.find(L':');
+    if (colon == std::wstring::npos)
+        throw Refusal{L"NAME: TEXT is what this command takes"};
+    std::wstring text = argument.substr(colon + 1);
+    if (!text.empty() && text[0] == L' ')
+        text.erase(0, 1);
+    return {trimmed(argument.substr(0, colon)), text};
+}
+
+ChatRoom& openRoom()
+{
+    ChatRoom* room = aol().room();
+    if (!room)
+        throw Refusal{L"no room is open"};
+    return *room;
+}
+
+void needOnline()
+{
+    if (!aol().online())
+        throw Refusal{L"not signed on"};
+}
+
+Answer joined(const std::vector<std::wstring>& items)
+{
+    std::wstring out = std::to_wstring(items.size());
+    for (const std::wstring& item : items)
+        out += L'\t' + escaped(item);
+    return out;
+}
+
+std::wstring hex(HWND window)
+{
+    wchar_t text[16];
+    wsprintfW(text, L"0x%X", reinterpret_cast<UINT_PTR>(window));
+    return text;
+}
+
+Answer status(const std::wstring&)
+{
+    const Aol& a = aol();
+    const ChatRoom* room = a.room();
+    return L"edition=" + std::to_wstring(static_cast<int>(a.options.edition)) + L"\tversion="
+           + std::to_wstring(a.options.version) + L"\tonline=" + (a.online() ? L"1" : L"0")
+           + L"\tname=" + a.name + L"\troom=" + (room ? escaped(room->name()) : L"") + L"\tbuilt="
+           + (room && room->built() ? L"1" : L"0") + L"\tframe=" + hex(a.frame->hwnd()) + L"\tmdi="
+           + hex(a.frame->mdiClient()) + L"\troomwindow=" + hex(room ? room->hwnd() : nullptr)
+           + L"\tdisplay=" + hex(room ? room->displayWindow() : nullptr) + L"\tinput="
+           + hex(room ? room->inputWindow() : nullptr) + L"\tdocuments="
+           + std::to_wstring(a.documents.size()) + L"\tsent=" + std::to_wstring(a.sent.size());
+}
+
+Answer people(const std::wstring& argument)
+{
+    ChatRoom& room = openRoom();
+    if (argument.empty())
+        return joined(room.people());
+    const std::wstring who = argument.substr(1);
+    if (argument[0] == L'+')
+        room.add(who);
+    else if (argument[0] == L'-')
+        room.remove(who);
+    else
+        throw Refusal{L"+NAME or -NAME"};
+    return {};
+}
+
+Answer say(const std::wstring& argument)
+{
+    const Said said = parseSaid(argument);
+    openRoom().say(said.who, unescaped(said.text));
+    return {};
+}
+
+Answer burst(const std::wstring& argument)
+{
+    openRoom().burst(static_cast<int>(numberOr(argument, 0)));
+    return {};
+}
+
+Answer enterRoom(const std::wstring& argument)
+{
+    needOnline();
+    return hex(aol().enterRoom(argument).hwnd());
+}
+
+Answer signOn(const std::wstring& argument)
+{
+    if (argument.empty())
+        throw Refusal{L"a name is missing"};
+    aol().signOn(argument);
+    return {};
+}
+
+struct Command {
+    const wchar_t* name;
+    Answer (*run)(const std::wstring&);
+};
+
+const Command kCommands[] = {
+    {L"signon", signOn},
+    {L"signoff",
+     [](const std::wstring&) {
+         aol().signOff();
+         return Answer();
+     }},
+    {L"room", enterRoom},
+    {L"move",
+     [](const std::wstring& a) {
+         openRoom().move(a);
+         return Answer();
+     }},
+    {L"leave",
+     [](const std::wstring&) {
+         openRoom().close();
+         return Answer();
+     }},
+    {L"say", say},
+    {L"host",
+     [](const std::wstring& a) {
+         openRoom().host(unescaped(a));
+         return Answer();
+     }},
+    {L"burst", burst},
+    {L"clear",
+     [](const std::wstring&) {
+         openRoom().clearDisplay();
+         return Answer();
+     }},
+    {L"people", people},
+    {L"sent", [](const std::wstring&) { return joined(aol().sent); }},
+    {L"display", [](const std::wstring&) { return escaped(openRoom().displayText()); }},
+    {L"status", status},
+};
+
+/// Ends or stops AOL: answered before it happens, since nothing answers afterwards.
+bool isFinal(const std::wstring& name)
+{
+    return name == L"hang" || name == L"crash" || name == L"exit";
+}
+
+void runFinal(const std::wstring& name, const std::wstring& argument)
+{
+    if (name == L"hang")
+        Sleep(static_cast<DWORD>(numberOr(argument, 1000)));
+    else if (name == L"exit")
+        PostMessageW(aol().frame->hwnd(), WM_CLOSE, 0, 0);
+    else
+        *static_cast<volatile int*>(nullptr) = 0;
+}
+
+Answer runOption(const std::wstring& name, const std::wstring& value)
+{
+    if (!isRunTimeOption(name))
+        throw Refusal{L"unknown command " + name};
+    const Options before = aol().options;
+    if (!setOption(aol().options, name, value))
+        throw Refusal{L"unknown value " + value};
+    if (!RichText::registerClasses(aol().options.wideEdits)) {
+        aol().options = before;
+        throw Refusal{L"rich edits are open"};
+    }
+    return {};
+}
+
+Answer run(const std::wstring& name, const std::wstring& argument)
+{
+    for (const Command& command : kCommands)
+        if (name == command.name)
+            return command.run(argument);
+    return runOption(name, argument);
+}
+
+std::wstring answerTo(const std::wstring& name, const std::wstring& argument)
+{
+    try {
+        const Answer answer = run(name, argument);
+        return answer.empty() ? L"ok" : L"ok " + answer;
+    } catch (const Refusal& refusal) {
+        return L"error " + refusal.reason;
+    } catch (const std::exception& error) {
+        return L"error " + fromUtf8(error.what());
+    }
+}
+
+} // namespace
+
+void runRequest(Request& request) noexcept
+{
+    const std::size_t blank = request.line.find(L' ');
+    const std::wstring name = lowered(request.line.substr(0, blank));
+    const std::wstring argument =
+        blank == std::wstring::npos ? std::wstring() : request.line.substr(blank + 1);
+    const bool last = isFinal(name);
+    request.answer = last ? L"ok" : answerTo(name, argument);
+    // The request belongs to the waiting thread: it is gone once that is told.
+    SetEvent(request.answered);
+    if (last)
+        runFinal(name, argument);
+}
+
+} // namespace aolhost

@@ -1,0 +1,23 @@
+#pragma once
+// The commands of the pipe and the script. They are read on threads of their own and run on the
+// window thread; each has one answer line, "ok ..." or "error ...".
+#include "base/win.h"
+
+#include <string>
+
+namespace aolhost {
+
+struct Request {
+    std::wstring line;
+    std::wstring answer;
+    HANDLE answered; ///< set when `answer` is there
+};
+
+/// Runs one request on the window thread. A command that ends or stops AOL answers first.
+void runRequest(Request& request) noexcept;
+
+/// Start the reading threads for what the options name.
+void startPipe(const std::wstring& name, HWND frame);
+void startScript(const std::wstring& path, HWND frame);
+
+} // namespace aolhost

@@ -54,7 +54,8 @@ struct Playback {
 
 Playback& playback()
 {
-    static Playback instance;
+    // Never destroyed: at the program's end MCI has closed its devices already.
+    static Playback& instance = *new Playback;
     return instance;
 }
 

@@ -17,9 +17,14 @@ namespace velora {
 /// from one moment of the display; absent when AOL didn't answer or the display is gone.
 class ChatDisplay {
 public:
+    struct Tail {
+        std::wstring text;
+        bool whole; ///< nothing stands before it
+    };
     virtual ~ChatDisplay() = default;
-    /// The last `characters` characters of the display's text; all of it when it is shorter.
-    virtual std::optional<std::wstring> tail(std::size_t characters) = 0;
+    /// The end of the display's text, about `characters` characters long.
+    virtual std::optional<Tail> tail(std::size_t characters) = 0;
+    /// All of it.
     virtual std::optional<std::wstring> whole() = 0;
 };
 
@@ -84,18 +89,20 @@ public:
 
 private:
     struct State {
-        bool active = true;
         std::unique_ptr<ChatDisplay> display;
+        bool active = true;
+        bool started = false;  ///< the sections have been read once
+        bool handling = false; ///< HandleChat runs; what it pumps must not start another
         std::wstring previous; ///< the section seen when lines were last raised
         std::wstring current;
-        std::wstring text;    ///< chat text: all of it, or an end that holds `previous`
-        std::size_t fresh{};  ///< where in `text` the new lines begin
-        std::size_t behind{}; ///< characters that followed `previous` at the last look
+        std::wstring fresh;     ///< the text that follows `previous`
+        std::size_t behind = 0; ///< its length: how much further the next look has to reach
     };
-    bool look(State& state);
+    void firstLook();
+    bool look();
+    static bool raiseLines(State& state, const decltype(ChatMsg)& handler);
 
     std::shared_ptr<State> state_; ///< kept by a HandleChat in progress, whatever its handlers do
-    bool ready_ = false;
     bool missed_ = false;
 };
 

@@ -4,8 +4,9 @@
 
 namespace velora {
 
-/// The display of a chat room, read through the code inside AOL, or by bounded messages from
-/// outside while that isn't there. The display is looked up anew when its window is gone.
-std::unique_ptr<ChatDisplay> chatDisplayReader(HWND room);
+/// Reads a chat room's display through the code inside AOL, or by a bounded message from outside
+/// while that isn't there. Its room is the display's parent: when the display is gone but the room
+/// isn't, the room's present display is read.
+std::unique_ptr<ChatDisplay> chatDisplayReader(HWND display);
 
 } // namespace velora

@@ -2,6 +2,9 @@
 
 #include "aolhost/ChatRoom.h"
 #include "aolhost/Frame.h"
+#include "aolhost/ImWindow.h"
+#include "aolhost/Modal.h"
+#include "aolhost/Pages.h"
 #include "aolhost/SignOn.h"
 
 #include <mmsystem.h>
@@ -56,7 +59,40 @@ ChatRoom& Aol::enterRoom(const std::wstring& roomName)
     return *new ChatRoom(roomName);
 }
 
-void Aol::openKeyword(const std::wstring&) {}
+bool Aol::receiveIm(const std::wstring& who, const std::wstring& html, bool internet)
+{
+    if (!imsOn) {
+        transcript.add(L"imrefused", who, html);
+        return false;
+    }
+    ImWindow* im = ImWindow::with(who);
+    if (!im)
+        im = new ImWindow(who, internet ? ImWindow::Kind::internet : ImWindow::Kind::from);
+    im->receive(html);
+    return true;
+}
+
+void Aol::switchIms(bool on)
+{
+    imsOn = on;
+    transcript.add(L"ims", name, on ? L"on" : L"off");
+    const std::wstring message = words.imsSwitched(on);
+    if (options.answerModal)
+        new MessageModal(words.product(), message, Picture::bell);
+    else
+        new TextPage(words.product(), message);
+}
+
+void Aol::receiveMail(const MailText& mail, bool openIt)
+{
+    transcript.add(L"mail", mail.from, mail.subject);
+    mailBox.push_back(mail);
+    play(L"gotmail");
+    if (auto* box = first<MailBox>())
+        box->refresh();
+    if (openIt)
+        new ReadMessage(ReadMessage::Kind::mail, mail.subject, mail);
+}
 
 void Aol::play(const wchar_t* sound) const
 {

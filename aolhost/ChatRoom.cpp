@@ -16,6 +16,11 @@ constexpr COLORREF kHostColor = RGB(0, 0, 160);
 
 } // namespace
 
+ChatRoom::Line ChatRoom::numbered(long number)
+{
+    return {L"Member" + std::to_wstring(number % 20 + 10), L"line " + std::to_wstring(number)};
+}
+
 ChatRoom::ChatRoom(const std::wstring& name) : name_(name), people_{aol().name}
 {
     open(name, {640, 400}, Arrival::toFront,
@@ -25,7 +30,6 @@ ChatRoom::ChatRoom(const std::wstring& name) : name_(name), people_{aol().name}
 
 void ChatRoom::announce()
 {
-    aol().lastRoom = name_;
     host(L"*** You are in \"" + name_ + L"\". ***");
 }
 
@@ -123,11 +127,26 @@ void ChatRoom::host(const std::wstring& text)
     addLine({kHost, text});
 }
 
-void ChatRoom::burst(int lines)
+void ChatRoom::burstLine(long number)
 {
-    for (int i = 1; i <= lines; ++i)
-        addLine({L"Member" + std::to_wstring(i % 20 + 10), L"line " + std::to_wstring(i)});
-    aol().transcript.add(L"burst", L"", std::to_wstring(lines));
+    addLine(numbered(number));
+}
+
+void ChatRoom::fill(long lines)
+{
+    if (!built())
+        return;
+    display_->clear();
+    // In pieces: the rich edit's time for one text grows faster than the text.
+    constexpr long piece = 100;
+    std::wstring text;
+    for (long i = 1; i <= lines; ++i) {
+        const Line line = numbered(i);
+        text += (i == 1 ? L"" : L"\r\n") + line.who + L":\t" + line.html;
+        if (i % piece == 0 || i == lines)
+            display_->append({{.text = std::exchange(text, {})}});
+    }
+    display_->notifyChanged(aol().options.notice);
 }
 
 void ChatRoom::addLine(const Line& line)

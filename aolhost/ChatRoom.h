@@ -15,8 +15,10 @@ public:
     void move(const std::wstring& name);
     void say(const std::wstring& who, const std::wstring& html);
     void host(const std::wstring& text);
-    /// Lines of changing members, numbered, each with its own notice.
-    void burst(int lines);
+    /// One numbered line of changing members: "Member11:" TAB "line 1".
+    void burstLine(long number);
+    /// The display holds that many of them, put in at once with one notice.
+    void fill(long lines);
     void clearDisplay();
     void add(const std::wstring& who);
     void remove(const std::wstring& who);
@@ -36,6 +38,7 @@ private:
     struct Line {
         std::wstring who, html;
     };
+    static Line numbered(long number);
     void addLine(const Line& line);
     void show(const Line& line);
     void announce();

@@ -3,6 +3,7 @@
 #include "aolhost/Frame.h"
 #include "aolhost/Text.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <memory>
 
@@ -14,6 +15,43 @@ struct Source {
     HWND frame;
 };
 
+constexpr DWORD kUntilLimit = 120000;
+
+std::wstring execute(const std::wstring& line, HWND frame);
+
+/// "until COMMAND = TEXT": asks again until the answer holds the text.
+std::wstring executeUntil(const std::wstring& condition, HWND frame)
+{
+    const std::size_t equals = condition.find(L" = ");
+    if (equals == std::wstring::npos)
+        return L"error COMMAND = TEXT is what this command takes";
+    const std::wstring wanted = condition.substr(equals + 3);
+    const DWORD start = GetTickCount();
+    while (GetTickCount() - start < kUntilLimit) {
+        const std::wstring answer = execute(condition.substr(0, equals), frame);
+        if (answer.find(wanted) != std::wstring::npos)
+            return answer;
+        if (!IsWindow(frame))
+            return answer;
+        Sleep(30);
+    }
+    return L"error it did not come to that";
+}
+
+std::wstring executeBurst(long lines, HWND frame)
+{
+    constexpr long packet = 20;
+    for (long from = 1; from <= lines; from += packet) {
+        const std::wstring answer =
+            execute(L"burstlines " + std::to_wstring(from) + L"-"
+                        + std::to_wstring(std::min(lines, from + packet - 1)),
+                    frame);
+        if (!startsNoCase(answer, L"ok"))
+            return answer;
+    }
+    return L"ok";
+}
+
 /// Runs one line and waits for its answer, however long the window thread hangs; an answer that
 /// cannot come any more, because the frame is gone, is an error.
 std::wstring execute(const std::wstring& line, HWND frame)
@@ -23,6 +61,11 @@ std::wstring execute(const std::wstring& line, HWND frame)
         Sleep(static_cast<DWORD>(numberOr(line.substr(5), 0)));
         return L"ok";
     }
+    // A burst comes in packets, between which AOL does what else there is to do.
+    if (startsNoCase(line, L"burst "))
+        return executeBurst(numberOr(line.substr(6), 0), frame);
+    if (startsNoCase(line, L"until "))
+        return executeUntil(line.substr(6), frame);
     Request request{line, {}, CreateEventW(nullptr, TRUE, FALSE, nullptr)};
     bool answered = PostMessageW(frame, kRunRequest, 0, reinterpret_cast<LPARAM>(&request)) != 0;
     while (answered && WaitForSingleObject(request.answered, 200) == WAIT_TIMEOUT)
@@ -112,6 +155,36 @@ void start(LPTHREAD_START_ROUTINE routine, const std::wstring& path, HWND frame)
 }
 
 } // namespace
+
+int tell(const std::wstring& pipe, const std::vector<std::wstring>& lines)
+{
+    const std::wstring path = L"\\\\.\\pipe\\" + pipe;
+    HANDLE end = INVALID_HANDLE_VALUE;
+    // AOL may still be starting.
+    for (int tries = 0; tries < 300 && end == INVALID_HANDLE_VALUE; ++tries) {
+        end = CreateFileW(path.c_str(), GENERIC_READ | GENERIC_WRITE, 0, nullptr, OPEN_EXISTING, 0,
+                          nullptr);
+        if (end == INVALID_HANDLE_VALUE)
+            Sleep(100);
+    }
+    if (end == INVALID_HANDLE_VALUE) {
+        std::fprintf(stderr, "waol: no pipe of that name\n");
+        return 1;
+    }
+    bool good = true;
+    for (const std::wstring& line : lines) {
+        const std::string bytes = toUtf8(line) + "\n";
+        std::string answer;
+        DWORD count = 0;
+        WriteFile(end, bytes.data(), static_cast<DWORD>(bytes.size()), &count, nullptr);
+        for (char c; ReadFile(end, &c, 1, &count, nullptr) && count == 1 && c != '\n';)
+            answer += c;
+        std::printf("%s\n", answer.c_str());
+        good = good && answer.compare(0, 2, "ok") == 0;
+    }
+    CloseHandle(end);
+    return good ? 0 : 1;
+}
 
 void startPipe(const std::wstring& name, HWND frame)
 {

@@ -3,6 +3,11 @@
 #include "aolhost/Aol.h"
 #include "aolhost/ChatRoom.h"
 #include "aolhost/Frame.h"
+#include "aolhost/ImWindow.h"
+#include "aolhost/MenuCommands.h"
+#include "aolhost/Menus.h"
+#include "aolhost/Pages.h"
+#include "aolhost/RichText.h"
 #include "aolhost/Text.h"
 
 #include <stdexcept>
@@ -73,7 +78,10 @@ Answer status(const std::wstring&)
            + hex(a.frame->mdiClient()) + L"\troomwindow=" + hex(room ? room->hwnd() : nullptr)
            + L"\tdisplay=" + hex(room ? room->displayWindow() : nullptr) + L"\tinput="
            + hex(room ? room->inputWindow() : nullptr) + L"\tdocuments="
-           + std::to_wstring(a.documents.size()) + L"\tsent=" + std::to_wstring(a.sent.size());
+           + std::to_wstring(a.documents.size()) + L"\tsent=" + std::to_wstring(a.sent.size())
+           + L"\timsent=" + std::to_wstring(a.imsSent.size()) + L"\tmailsent="
+           + std::to_wstring(a.mailsSent.size()) + L"\tposted="
+           + std::to_wstring(a.postsSent.size()) + L"\timson=" + (a.imsOn ? L"1" : L"0");
 }
 
 Answer people(const std::wstring& argument)
@@ -98,9 +106,18 @@ Answer say(const std::wstring& argument)
     return {};
 }
 
-Answer burst(const std::wstring& argument)
+/// "FROM-TO": the numbers of the lines.
+Answer burstLines(const std::wstring& argument)
 {
-    openRoom().burst(static_cast<int>(numberOr(argument, 0)));
+    const std::vector<std::wstring> ends = splitAt(argument, L'-');
+    for (long i = numberOr(ends.front(), 1); i <= numberOr(ends.back(), 0); ++i)
+        openRoom().burstLine(i);
+    return {};
+}
+
+Answer fill(const std::wstring& argument)
+{
+    openRoom().fill(numberOr(argument, 0));
     return {};
 }
 
@@ -115,6 +132,86 @@ Answer signOn(const std::wstring& argument)
     if (argument.empty())
         throw Refusal{L"a name is missing"};
     aol().signOn(argument);
+    return {};
+}
+
+Answer receiveIm(const std::wstring& argument, bool internet)
+{
+    needOnline();
+    const Said said = parseSaid(argument);
+    const bool came = aol().receiveIm(said.who, unescaped(said.text), internet);
+    return came ? hex(ImWindow::with(said.who)->hwnd()) : L"refused";
+}
+
+Answer imText(const std::wstring& argument)
+{
+    const ImWindow* im = ImWindow::with(argument);
+    if (!im)
+        throw Refusal{L"no such instant message"};
+    return escaped(im->conversationText());
+}
+
+/// "FROM|SUBJECT|BODY" of a mail that comes now.
+MailText parseMail(const std::wstring& argument)
+{
+    const std::vector<std::wstring> parts = splitAt(argument, L'|');
+    if (parts.size() < 3)
+        throw Refusal{L"FROM|SUBJECT|BODY is what this command takes"};
+    SYSTEMTIME t;
+    GetLocalTime(&t);
+    wchar_t date[64];
+    wsprintfW(date, L"%d/%d/%02d %d:%02d:%02d %s", t.wMonth, t.wDay, t.wYear % 100,
+              t.wHour % 12 == 0 ? 12 : t.wHour % 12, t.wMinute, t.wSecond,
+              t.wHour < 12 ? L"AM" : L"PM");
+    MailText mail;
+    mail.from = parts[0];
+    mail.to = aol().name;
+    mail.subject = parts[1];
+    mail.body = unescaped(parts[2]);
+    mail.date = parts.size() > 3 ? parts[3] : date;
+    return mail;
+}
+
+Answer board(const std::wstring& argument)
+{
+    needOnline();
+    const std::size_t bar = argument.find(L'|');
+    if (bar == std::wstring::npos)
+        throw Refusal{L"BOARD|FROM|SUBJECT|BODY is what this command takes"};
+    return hex((new ReadMessage(ReadMessage::Kind::board, argument.substr(0, bar),
+                                parseMail(argument.substr(bar + 1))))
+                   ->hwnd());
+}
+
+Answer mail(const std::wstring& argument, bool openIt)
+{
+    needOnline();
+    aol().receiveMail(parseMail(argument), openIt);
+    return openIt ? hex(aol().documents.back()->hwnd()) : Answer();
+}
+
+Answer documents(const std::wstring&)
+{
+    std::vector<std::wstring> captions;
+    for (const Document* document : aol().documents)
+        captions.push_back(document->text());
+    return joined(captions);
+}
+
+Document& documentCalled(const std::wstring& caption)
+{
+    for (Document* document : aol().documents)
+        if (document->text().find(caption) != std::wstring::npos)
+            return *document;
+    throw Refusal{L"no such document"};
+}
+
+/// What a menu item does that needs no argument.
+template <int id>
+Answer menu(const std::wstring&)
+{
+    if (!runMenuCommand(id))
+        throw Refusal{L"not signed on"};
     return {};
 }
 
@@ -147,7 +244,8 @@ const Command kCommands[] = {
          openRoom().host(unescaped(a));
          return Answer();
      }},
-    {L"burst", burst},
+    {L"burstlines", burstLines},
+    {L"fill", fill},
     {L"clear",
      [](const std::wstring&) {
          openRoom().clearDisplay();
@@ -157,6 +255,39 @@ const Command kCommands[] = {
     {L"sent", [](const std::wstring&) { return joined(aol().sent); }},
     {L"display", [](const std::wstring&) { return escaped(openRoom().displayText()); }},
     {L"status", status},
+    {L"im", [](const std::wstring& a) { return receiveIm(a, false); }},
+    {L"internetim", [](const std::wstring& a) { return receiveIm(a, true); }},
+    {L"imtext", imText},
+    {L"imsent", [](const std::wstring&) { return joined(aol().imsSent); }},
+    {L"sendim",
+     [](const std::wstring& a) {
+         needOnline();
+         return hex((new SendImWindow(a))->hwnd());
+     }},
+    {L"mail", [](const std::wstring& a) { return mail(a, true); }},
+    {L"newmail", [](const std::wstring& a) { return mail(a, false); }},
+    {L"mailsent", [](const std::wstring&) { return joined(aol().mailsSent); }},
+    {L"board", board},
+    {L"posted", [](const std::wstring&) { return joined(aol().postsSent); }},
+    {L"writemail", menu<kWriteMail>},
+    {L"mailbox", menu<kReadMail>},
+    {L"about", menu<kAbout>},
+    {L"keyword",
+     [](const std::wstring& a) {
+         aol().openKeyword(a);
+         return Answer();
+     }},
+    {L"documents", documents},
+    {L"activate",
+     [](const std::wstring& a) {
+         documentCalled(a).activate();
+         return Answer();
+     }},
+    {L"close",
+     [](const std::wstring& a) {
+         documentCalled(a).close();
+         return Answer();
+     }},
 };
 
 /// Ends or stops AOL: answered before it happens, since nothing answers afterwards.

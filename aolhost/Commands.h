@@ -4,6 +4,7 @@
 #include "base/win.h"
 
 #include <string>
+#include <vector>
 
 namespace aolhost {
 
@@ -19,5 +20,9 @@ void runRequest(Request& request) noexcept;
 /// Start the reading threads for what the options name.
 void startPipe(const std::wstring& name, HWND frame);
 void startScript(const std::wstring& path, HWND frame);
+
+/// Sends lines to the pipe of a running AOL and prints each answer; the exit code: 0 when every
+/// answer was "ok".
+int tell(const std::wstring& pipe, const std::vector<std::wstring>& lines);
 
 } // namespace aolhost

@@ -86,11 +86,11 @@ void RichText::append(const std::vector<Run>& runs)
         insert(run);
     if (before.cpMin != before.cpMax)
         send(EM_EXSETSEL, 0, reinterpret_cast<LPARAM>(&before));
+    send(WM_VSCROLL, SB_BOTTOM);
     if (visible) {
         send(WM_SETREDRAW, TRUE);
         InvalidateRect(hwnd(), nullptr, FALSE);
     }
-    send(WM_VSCROLL, SB_BOTTOM);
 }
 
 void RichText::setRuns(const std::vector<Run>& runs)
@@ -180,6 +180,14 @@ LRESULT RichText::handle(UINT message, WPARAM wParam, LPARAM lParam)
             handleEnter(message);
             return 0;
         }
+        if (onSendKey && message == WM_KEYDOWN && wParam == VK_RETURN
+            && GetKeyState(VK_CONTROL) < 0) {
+            onSendKey();
+            return 0;
+        }
+        // The key's own character, which came after it.
+        if (onSendKey && message == WM_CHAR && wParam == L'\n')
+            return 0;
         break;
     case WM_KEYUP:
         if (wParam == VK_RETURN)

@@ -25,6 +25,8 @@ public:
 
     /// Pressed Enter, when set; the box then never takes a line end from the key.
     std::function<void()> onEnter;
+    /// Pressed Ctrl+Enter, when set.
+    std::function<void()> onSendKey;
     std::function<void()> onFocus;
     EnterOn enterOn = EnterOn::charMessage;
 

@@ -5,6 +5,7 @@
 #include "aolhost/Controls.h"
 #include "aolhost/Document.h"
 #include "aolhost/Frame.h"
+#include "aolhost/Modal.h"
 #include "aolhost/RichText.h"
 #include "aolhost/SignOn.h"
 #include "aolhost/Text.h"
@@ -20,7 +21,9 @@ struct Arguments {
     std::vector<std::pair<std::wstring, std::wstring>> options; ///< --name=value
     std::wstring makeFolder;
     std::wstring keyword; ///< -s keyword
-    std::wstring wrong;   ///< the first argument that is none
+    std::wstring tellPipe;
+    std::vector<std::wstring> tellLines;
+    std::wstring wrong; ///< the first argument that is none
 };
 
 Arguments readArguments()
@@ -33,6 +36,10 @@ Arguments readArguments()
         const std::size_t equals = word.find(L'=');
         if (startsNoCase(word, L"--make-folder="))
             out.makeFolder = word.substr(equals + 1);
+        else if (startsNoCase(word, L"--tell="))
+            out.tellPipe = word.substr(equals + 1);
+        else if (!out.tellPipe.empty())
+            out.tellLines.push_back(word);
         else if (startsNoCase(word, L"--") && equals != std::wstring::npos)
             out.options.emplace_back(word.substr(2, equals - 2), word.substr(equals + 1));
         else if (startsNoCase(word, L"-s"))
@@ -107,6 +114,7 @@ int runAol(const Options& options)
     IconButton::pressedByReturn = options.version >= 6;
     registerControlClasses();
     Document::registerClasses();
+    Modal::registerClasses();
     Toolbar::registerClasses();
     RichText::registerClasses(options.wideEdits);
     auto* frame = new Frame;
@@ -133,6 +141,8 @@ int runAol(const Options& options)
 int start()
 {
     const Arguments arguments = readArguments();
+    if (!arguments.tellPipe.empty())
+        return tell(arguments.tellPipe, arguments.tellLines);
     Options options = optionsOfFolder(programPath());
     // The edition and version first: they decide how the rest is when nothing is said.
     Options given = options;

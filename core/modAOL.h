@@ -64,6 +64,8 @@ bool TextToChat(std::wstring_view text, int mode);
 bool clickAolIcon(HWND icon);
 /// Confirms the text of a field (Enter).
 bool pressEnter(HWND field);
+/// True while the program itself presses Enter in a field of AOL: a hook there lets it pass.
+bool ownEnter();
 /// Runs the item of AOL's menus that has this caption ("&" and what follows a tab don't count).
 bool RunMenuByString(std::wstring_view caption);
 /// Resets AOL's busy cursor by opening and closing its About window. Pumps while it waits.

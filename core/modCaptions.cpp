@@ -91,7 +91,7 @@ std::wstring aboutMenuCaption(int edition, int version)
     case kUnitedKingdom:
     case kAustralia: return L"&About AOL";
     case kCanada: return version == 7 ? L"&About AOL" : L"&About AOL Canada";
-    case kGermany: return L"&\u00DCber AOL " + std::to_wstring(std::clamp(version, 5, 7)) + L".0";
+    case kGermany: return L"&\u00DCber AOL " + std::to_wstring(std::clamp(version, 3, 7)) + L".0";
     case kFrance: return L"A &propos d'AOL";
     default: return L"&About America Online";
     }

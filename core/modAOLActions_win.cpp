@@ -24,30 +24,23 @@ constexpr DWORD kAboutPause = 200;
 /// The place of "Write" among the toolbar's icons.
 constexpr int kWriteIcon = 2;
 
-/// A visible dialog of AOL (a top-level window of its own) for which `matches` holds.
+BOOL CALLBACK collectModal(HWND window, LPARAM data) noexcept
+{
+    trap(kModule, [&] {
+        if (hasClass(window, L"_AOL_Modal") && isAolWindow(window))
+            reinterpret_cast<std::vector<HWND>*>(data)->push_back(window);
+    });
+    return TRUE;
+}
+
+/// A dialog of AOL (a top-level window of its own) for which `matches` holds.
 template <class Matches>
 HWND findModal(const Matches& matches)
 {
-    struct Search {
-        const Matches& matches;
-        HWND found = nullptr;
-    } search{matches};
-    EnumWindows(
-        [](HWND window, LPARAM data) noexcept -> BOOL {
-            return trap(
-                kModule,
-                [&] {
-                    Search& s = *reinterpret_cast<Search*>(data);
-                    if (!hasClass(window, L"_AOL_Modal") || !isAolWindow(window)
-                        || !s.matches(window))
-                        return TRUE;
-                    s.found = window;
-                    return FALSE;
-                },
-                TRUE, "findModal");
-        },
-        reinterpret_cast<LPARAM>(&search));
-    return search.found;
+    std::vector<HWND> modals;
+    EnumWindows(collectModal, reinterpret_cast<LPARAM>(&modals));
+    const auto found = std::find_if(modals.begin(), modals.end(), matches);
+    return found == modals.end() ? nullptr : *found;
 }
 
 std::vector<HWND> childrenTitled(HWND parent, const std::wstring& caption)

@@ -143,7 +143,7 @@ bool TextToChat(std::wstring_view text, int mode)
             if (!isAolWindow(input))
                 return false;
             // Only code inside AOL can move AOL's focus; the text arrives without it, too.
-            if (connectAol())
+            if (aolLink().connected())
                 aolLink().setFocus(input);
             if (!setAolText(input, text))
                 return false;

@@ -29,7 +29,7 @@ public:
         const HWND display = find();
         if (!display)
             return std::nullopt;
-        if (!connectAol()) {
+        if (!aolLink().connected()) {
             auto text = aolText(display, kAolTimerTimeout);
             if (!text)
                 return std::nullopt;
@@ -47,7 +47,7 @@ public:
         const HWND display = find();
         if (!display)
             return std::nullopt;
-        return connectAol() ? aolLink().readText(display) : aolText(display);
+        return aolLink().connected() ? aolLink().readText(display) : aolText(display);
     }
 
 private:

@@ -65,6 +65,7 @@ private:
     static Control* fromWindow(HWND window);
     static LRESULT CALLBACK subclassProc(HWND, UINT, WPARAM, LPARAM) noexcept;
     HBRUSH colour(HDC dc);
+    void release();
 
     HWND hwnd_ = nullptr;
     Form* form_ = nullptr;

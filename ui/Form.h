@@ -10,6 +10,8 @@
 #include "ui/Control.h"
 #include "ui/Layout.h"
 
+#include <shellapi.h>
+
 #include <functional>
 #include <memory>
 #include <optional>
@@ -103,6 +105,8 @@ public:
     /// Esc and the close button press it.
     void setCancelButton(Button& button);
     void setFirstFocus(Control& control);
+    /// Presses the cancel button; a dialog without one closes. Esc does this.
+    void cancel();
     /// A key of the whole form, before its controls see it. `modifiers`: MOD_CONTROL, MOD_SHIFT,
     /// MOD_ALT added up.
     void addKey(UINT modifiers, UINT virtualKey, std::function<void()> pressed);
@@ -152,7 +156,6 @@ protected:
 
 private:
     friend class Control;
-    friend class Button;
     friend bool translateFormKeys(MSG& message);
     friend void deleteClosedForms();
 
@@ -168,14 +171,23 @@ private:
     std::optional<LRESULT> handleDialog(UINT message, WPARAM wParam, LPARAM lParam);
     std::optional<LRESULT> handleControl(UINT message, WPARAM wParam, LPARAM lParam);
     std::optional<LRESULT> handleFrame(UINT message, WPARAM wParam, LPARAM lParam);
-    void createControls();
+    LRESULT handleNotify(NMHDR& header);
+    void contextMenu(HWND over, LPARAM where);
+    void bind(HWND window);
+    void unbind();
+    void makeWindow();
+    void moveToStart();
+    void beginModal();
+    void endModalState();
     void paint();
+    void limitSize(MINMAXINFO& info) const;
+    void dropFiles(HDROP drop);
+    void nextControl(WPARAM wParam, bool isWindow);
     void saveFocus();
     void restoreFocus();
     void markDefault(HWND button);
     bool pressKey(const MSG& message);
-    void cancel();
-    void moveToStart();
+    Size outerSize(Size client) const;
     int nextControlId() { return nextId_++; }
 
     const char* name_;
@@ -183,12 +195,15 @@ private:
     FormOptions made_;
     Box layout_;
     bool hasLayout_ = false;
-    bool modal_ = false;
+    bool modal_ = false, ended_ = false;
     int result_ = 0;
     int nextId_ = 100; // above IDOK, IDCANCEL and their like
     HWND default_ = nullptr, cancel_ = nullptr, first_ = nullptr;
     HWND drawnDefault_ = nullptr, lastFocus_ = nullptr;
     std::vector<Key> keys_;
+    std::vector<Control*> controls_;
+    std::vector<HWND> disabledByModal_;
+    HWND activeBefore_ = nullptr;
     Menu* menuBar_ = nullptr;
 };
 

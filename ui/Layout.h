@@ -7,7 +7,7 @@
 // The computation knows no window; all lengths are pixels.
 #include "ui/Geometry.h"
 
-#include <memory>
+#include <utility>
 #include <vector>
 
 namespace velora {
@@ -49,6 +49,8 @@ public:
     Box margins(int all = kMargin) const { return margins(all, all, all, all); }
     /// Children along the direction all get the longest one's size (buttons of a row).
     Box sameSizes() const;
+    /// A control behind the whole node, its margins included (a group box).
+    Box framedBy(Placeable& frame) const;
 
     Size preferredSize() const;
     void arrange(const Rect& where) const;
@@ -58,6 +60,7 @@ private:
     friend Box line(std::vector<Box> children, int gap, bool vertical);
 
     Placeable* item_ = nullptr;
+    Placeable* frame_ = nullptr;
     std::vector<Box> children_;
     bool vertical_ = false;
     bool container_ = false;
@@ -71,6 +74,8 @@ private:
     std::vector<int> lengths(const std::vector<const Box*>& shown, int available) const;
     std::vector<const Box*> shownChildren() const;
     Rect aligned(const Rect& cell, bool verticalParent) const;
+    int along(Size size) const { return vertical_ ? size.height : size.width; }
+    int across(Size size) const { return vertical_ ? size.width : size.height; }
 };
 
 Box line(std::vector<Box> children, int gap, bool vertical);

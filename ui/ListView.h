@@ -65,6 +65,8 @@ protected:
     std::optional<LRESULT> onMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
 
 private:
+    void giveText(LVITEMW& item) const;
+    LRESULT drawRow(NMLVCUSTOMDRAW& draw) const;
     int search(std::wstring_view typed, int from) const;
     bool selectionPending_ = false;
 };

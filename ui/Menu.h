@@ -29,6 +29,7 @@ struct MenuItem {
 class Menu {
 public:
     Menu();
+    ~Menu();
     Menu(const Menu&) = delete;
     Menu& operator=(const Menu&) = delete;
 
@@ -52,7 +53,6 @@ private:
     struct Shared;
     Menu(std::shared_ptr<Shared> shared);
 
-    // Declared before menu_: submenus are freed with the menu that holds them.
     std::shared_ptr<Shared> shared_;
     std::vector<std::unique_ptr<Menu>> children_;
     MenuHandle menu_;

@@ -21,6 +21,9 @@ void doEvents();
 /// Pumps until `condition` holds or the time is over or the program ends; answers the condition.
 /// The condition is asked again after each message and at least every 20 ms.
 bool waitUntil(const std::function<bool()>& condition, DWORD milliseconds);
+/// Pumps while the condition holds and the program does not end (modal forms). The condition is
+/// asked after each message and wait handle.
+void pumpWhile(const std::function<bool()>& condition);
 /// Pumps for that long.
 void pause(DWORD milliseconds);
 

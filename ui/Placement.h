@@ -21,7 +21,7 @@ Rect movedInto(const Rect& wanted, const Rect& area);
 
 /// The usable areas (without task bar) of the monitors, the primary one first.
 std::vector<Rect> monitorAreas();
-/// The usable area of the monitor that holds most of `near`.
-Rect monitorAreaNear(const Rect& near);
+/// The usable area of the monitor that holds most of `place`, else of the nearest one.
+Rect monitorAreaNear(const Rect& place);
 
 } // namespace velora

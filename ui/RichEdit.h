@@ -18,7 +18,7 @@ public:
         COLORREF colour = 0;
         bool bold = false, italic = false, underline = false;
     };
-    /// `name` stands in for the accessible name: a label before it does it better.
+    /// Its text is its content: a label before it names it.
     void create(Form& form, const Options& options);
 
     /// At the end, and scrolled to when the end was in view before.

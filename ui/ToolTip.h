@@ -2,6 +2,7 @@
 // The tooltips of a form's controls, and balloons.
 #include "base/win.h"
 #include "ui/Geometry.h"
+#include "ui/Timer.h"
 
 #include <string_view>
 
@@ -35,6 +36,7 @@ public:
 private:
     HWND tip_ = nullptr;
     HWND balloon_ = nullptr;
+    Timer hideTimer_;
 };
 
 } // namespace velora

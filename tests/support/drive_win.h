@@ -3,6 +3,7 @@
 // type. Everything here waits for conditions and pumps this process's messages meanwhile, so that
 // it works on windows of this process (inside a Script) and of others alike.
 #include "base/win.h"
+#include "ui/Timer.h"
 
 #include <functional>
 #include <string>
@@ -45,9 +46,6 @@ void key(WORD virtualKey, std::initializer_list<WORD> modifiers = {});
 std::wstring clipboardText();
 void clearClipboard();
 
-/// Saves what the screen shows in a window's rectangle as a BMP file.
-bool screenshot(HWND window, std::wstring_view path);
-
 /// Runs `script` from the message loop of this thread, as soon as one runs: the way to drive a
 /// modal box that the test itself opens.
 ///
@@ -57,14 +55,16 @@ bool screenshot(HWND window, std::wstring_view path);
 class Script {
 public:
     explicit Script(std::function<void()> script);
-    ~Script();
     Script(const Script&) = delete;
     Script& operator=(const Script&) = delete;
-    bool done() const;
+    bool done() const { return done_; }
 
 private:
-    struct State;
-    State* state_;
+    void run();
+
+    std::function<void()> script_;
+    Timer start_, guard_;
+    bool done_ = false;
 };
 
 } // namespace velora::drive

@@ -1,0 +1,247 @@
+#include "support/drive_win.h"
+
+#include "base/text.h"
+#include "ui/Form.h"
+#include "ui/MessageLoop.h"
+#include "ui/WinGeometry.h"
+
+namespace velora::drive {
+namespace {
+
+std::wstring withoutMnemonic(const std::wstring& text)
+{
+    std::wstring result;
+    for (std::size_t i = 0; i < text.size(); ++i)
+        if (text[i] != L'&' || (++i < text.size()))
+            result += text[i];
+    return result;
+}
+
+std::wstring className(HWND window)
+{
+    wchar_t name[128] = {};
+    GetClassNameW(window, name, 128);
+    return name;
+}
+
+BOOL CALLBACK collect(HWND window, LPARAM list) noexcept
+{
+    reinterpret_cast<std::vector<HWND>*>(list)->push_back(window);
+    return TRUE;
+}
+
+void sendKey(WORD virtualKey, bool up, wchar_t unicode = 0)
+{
+    INPUT input = {};
+    input.type = INPUT_KEYBOARD;
+    input.ki.wVk = virtualKey;
+    input.ki.wScan =
+        unicode ? unicode : static_cast<WORD>(MapVirtualKeyW(virtualKey, MAPVK_VK_TO_VSC));
+    input.ki.dwFlags = (up ? KEYEVENTF_KEYUP : 0u) | (unicode ? KEYEVENTF_UNICODE : 0u);
+    SendInput(1, &input, sizeof input);
+}
+
+void sendMouse(DWORD flags)
+{
+    INPUT input = {};
+    input.type = INPUT_MOUSE;
+    input.mi.dwFlags = flags;
+    SendInput(1, &input, sizeof input);
+}
+
+bool clickable(HWND window)
+{
+    return IsWindow(window) && IsWindowVisible(window) && IsWindowEnabled(window)
+           && IsWindowEnabled(GetAncestor(window, GA_ROOT));
+}
+
+} // namespace
+
+bool until(const std::function<bool()>& condition, DWORD milliseconds)
+{
+    return waitUntil(condition, milliseconds);
+}
+
+HWND window(std::wstring_view caption, DWORD milliseconds)
+{
+    HWND found = nullptr;
+    until(
+        [&] {
+            std::vector<HWND> all;
+            EnumWindows(collect, reinterpret_cast<LPARAM>(&all));
+            for (HWND candidate : all) {
+                // Not WM_GETTEXT: a window of another program may hang.
+                wchar_t text[512] = {};
+                if (!IsWindowVisible(candidate))
+                    continue;
+                GetWindowTextW(candidate, text, 512);
+                if (caption == text)
+                    found = candidate;
+            }
+            return found != nullptr;
+        },
+        milliseconds);
+    return found;
+}
+
+bool gone(HWND window, DWORD milliseconds)
+{
+    return until([&] { return !IsWindow(window); }, milliseconds);
+}
+
+std::wstring text(HWND window)
+{
+    DWORD_PTR length = 0;
+    constexpr UINT kLimit = 2000;
+    if (!SendMessageTimeoutW(window, WM_GETTEXTLENGTH, 0, 0, SMTO_ABORTIFHUNG, kLimit, &length))
+        return {};
+    std::wstring result(length, L'\0');
+    DWORD_PTR copied = 0;
+    if (!SendMessageTimeoutW(window, WM_GETTEXT, length + 1,
+                             reinterpret_cast<LPARAM>(result.data()), SMTO_ABORTIFHUNG, kLimit,
+                             &copied))
+        return {};
+    result.resize(copied);
+    return withoutMnemonic(result);
+}
+
+std::vector<HWND> children(HWND window)
+{
+    std::vector<HWND> result;
+    EnumChildWindows(window, collect, reinterpret_cast<LPARAM>(&result));
+    return result;
+}
+
+HWND child(HWND window, std::wstring_view textOrClass)
+{
+    const auto all = children(window);
+    for (HWND candidate : all)
+        if (text(candidate) == textOrClass)
+            return candidate;
+    for (HWND candidate : all)
+        if (equalNoCase(className(candidate), textOrClass))
+            return candidate;
+    return nullptr;
+}
+
+bool activate(HWND window)
+{
+    return until([&] {
+        if (GetForegroundWindow() == window)
+            return true;
+        SetForegroundWindow(window);
+        BringWindowToTop(window);
+        return false;
+    });
+}
+
+bool clickAt(HWND window, int x, int y, bool right)
+{
+    // Nothing may lie over the place: the click would go elsewhere, as a user's would.
+    const auto ready = [&] {
+        POINT at = {x, y};
+        ClientToScreen(window, &at);
+        return clickable(window) && WindowFromPoint(at) == window;
+    };
+    if (!until(ready))
+        return false;
+    POINT at = {x, y};
+    ClientToScreen(window, &at);
+    SetCursorPos(at.x, at.y);
+    sendMouse(right ? MOUSEEVENTF_RIGHTDOWN : MOUSEEVENTF_LEFTDOWN);
+    sendMouse(right ? MOUSEEVENTF_RIGHTUP : MOUSEEVENTF_LEFTUP);
+    doEvents();
+    return true;
+}
+
+bool click(HWND window, bool right)
+{
+    const Size size = clientSize(window);
+    return clickAt(window, size.width / 2, size.height / 2, right);
+}
+
+bool press(HWND window, std::wstring_view buttonText)
+{
+    HWND button = nullptr;
+    const bool found = until([&] {
+        for (HWND candidate : children(window))
+            if (equalNoCase(className(candidate), L"Button") && text(candidate) == buttonText
+                && clickable(candidate))
+                button = candidate;
+        return button != nullptr;
+    });
+    return found && click(button);
+}
+
+void key(WORD virtualKey, std::initializer_list<WORD> modifiers)
+{
+    for (WORD modifier : modifiers)
+        sendKey(modifier, false);
+    sendKey(virtualKey, false);
+    sendKey(virtualKey, true);
+    for (WORD modifier : modifiers)
+        sendKey(modifier, true);
+    doEvents();
+}
+
+void type(std::wstring_view text)
+{
+    for (wchar_t c : text) {
+        const SHORT scan = VkKeyScanW(c);
+        const WORD virtualKey = LOBYTE(scan);
+        if (scan == -1 || HIBYTE(scan) > 1) {
+            sendKey(0, false, c);
+            sendKey(0, true, c);
+        } else if (HIBYTE(scan) == 1) {
+            key(virtualKey, {VK_SHIFT});
+        } else {
+            key(virtualKey);
+        }
+        doEvents();
+    }
+}
+
+std::wstring clipboardText()
+{
+    std::wstring result;
+    if (!until([] { return OpenClipboard(nullptr) != 0; }, 1000))
+        return result;
+    if (const HANDLE data = GetClipboardData(CF_UNICODETEXT)) {
+        if (const void* words = GlobalLock(data)) {
+            result = static_cast<const wchar_t*>(words);
+            GlobalUnlock(data);
+        }
+    }
+    CloseClipboard();
+    return result;
+}
+
+void clearClipboard()
+{
+    if (!until([] { return OpenClipboard(nullptr) != 0; }, 1000))
+        return;
+    EmptyClipboard();
+    CloseClipboard();
+}
+
+Script::Script(std::function<void()> script) : script_(std::move(script))
+{
+    start_.startOnce(1, [this] { run(); });
+}
+
+void Script::run()
+{
+    try {
+        script_();
+        done_ = true;
+    } catch (...) {
+        Form::unloadAll();
+        throw;
+    }
+    guard_.startOnce(kPatience, [this] {
+        done_ = false;
+        Form::unloadAll();
+    });
+}
+
+} // namespace velora::drive

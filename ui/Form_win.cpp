@@ -20,6 +20,7 @@ namespace {
 struct Registry {
     std::vector<Form*> open;                  // those that have a window
     std::vector<std::unique_ptr<Form>> owned; // of open(), until deleted
+    std::vector<Form*> modal;                 // that run now, the innermost last
 };
 
 Registry& registry()
@@ -288,7 +289,17 @@ void Form::bringToFront()
         ShowWindow(hwnd_, SW_RESTORE);
     show();
     BringWindowToTop(hwnd_);
-    SetForegroundWindow(hwnd_);
+    if (SetForegroundWindow(hwnd_) && GetForegroundWindow() == hwnd_)
+        return;
+    // The system refuses it while the user works in another program: then the window lies on top
+    // without the focus, and its button in the task bar blinks a few times.
+    if (!made_.topmost) {
+        constexpr UINT kStay = SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE;
+        SetWindowPos(hwnd_, HWND_TOPMOST, 0, 0, 0, 0, kStay);
+        SetWindowPos(hwnd_, HWND_NOTOPMOST, 0, 0, 0, 0, kStay);
+    }
+    FLASHWINFO flash = {sizeof flash, hwnd_, FLASHW_ALL, 3, 0};
+    FlashWindowEx(&flash);
 }
 
 bool Form::close(CloseReason reason)
@@ -308,6 +319,7 @@ bool Form::close(CloseReason reason)
 // usable.
 void Form::beginModal()
 {
+    registry().modal.push_back(this);
     for (Form* other : all()) {
         const HWND window = other->hwnd();
         if (other == this || other->made_.kind == FormKind::child || !IsWindowEnabled(window))
@@ -320,6 +332,18 @@ void Form::beginModal()
 // Before the window goes: with its owner still disabled, the system would activate another program.
 void Form::endModalState()
 {
+    auto& modal = registry().modal;
+    const auto self = std::find(modal.begin(), modal.end(), this);
+    if (self == modal.end())
+        return;
+    // Ended while another runs above it: what it shut out stays so until that one ends.
+    const auto above = modal.erase(self);
+    if (above != modal.end()) {
+        auto& kept = (*above)->disabledByModal_;
+        kept.insert(kept.end(), disabledByModal_.begin(), disabledByModal_.end());
+        disabledByModal_.clear();
+        return;
+    }
     for (HWND window : disabledByModal_)
         if (Form::fromWindow(window))
             EnableWindow(window, TRUE);

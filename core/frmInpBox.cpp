@@ -1,0 +1,69 @@
+#include "core/frmInpBox.h"
+
+#include "base/trap.h"
+#include "core/modMsgStyle.h"
+
+namespace velora {
+namespace {
+constexpr char kModule[] = "frmInpBox";
+constexpr int kLeastWidth = 320;
+} // namespace
+
+frmInpBox::frmInpBox(std::wstring_view prompt, std::wstring_view caption, std::wstring_view initial,
+                     const InputBoxOptions& options)
+    : Form(kModule), prompt_(prompt), caption_(caption), initial_(initial), input_(options)
+{
+}
+
+std::wstring frmInpBox::ask()
+{
+    runModal();
+    return entered_;
+}
+
+FormOptions frmInpBox::options() const
+{
+    FormOptions options;
+    options.title = caption_;
+    return options;
+}
+
+void frmInpBox::onCreate()
+{
+    lblPrompt.create(*this, prompt_, 0);
+    Edit::Options how;
+    how.masked = input_.masked;
+    how.maxLength = input_.maxLength;
+    txtInput.create(*this, initial_, how);
+    if (input_.masked) {
+        chkShow.create(*this, L"&Show what I type");
+        chkShow.onChange = [this] { txtInput.setMasked(!chkShow.checked()); };
+    } else {
+        chkShow.show(false);
+    }
+    cmdOK.create(*this, L"OK", [this] { accept(); });
+    cmdCancel.create(*this, L"Cancel", [this] { endModal(IDCANCEL); });
+    setDefaultButton(cmdOK);
+    setCancelButton(cmdCancel);
+    setFirstFocus(txtInput);
+    setLayout(rows({grow(lblPrompt), txtInput, chkShow, blank(kMargin - kGap),
+                    buttonRowCentred({cmdOK, cmdCancel})})
+                  .margins()
+                  .atLeast({kLeastWidth, 0}));
+}
+
+void frmInpBox::accept()
+{
+    entered_ = txtInput.text();
+    endModal(IDOK);
+}
+
+std::wstring InputBoxEx(std::wstring_view prompt, std::wstring_view title,
+                        std::wstring_view initial, const InputBoxOptions& options)
+{
+    return trap(
+        kModule, [&] { return frmInpBox(prompt, captionOf(title), initial, options).ask(); },
+        std::wstring());
+}
+
+} // namespace velora

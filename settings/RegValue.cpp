@@ -16,6 +16,9 @@ template <class... Visitors>
 struct Overload : Visitors... {
     using Visitors::operator()...;
 };
+/// Clang 14 does not deduce the parameters of an aggregate by itself.
+template <class... Visitors>
+Overload(Visitors...) -> Overload<Visitors...>;
 
 template <class Number>
 std::wstring numberText(Number value)

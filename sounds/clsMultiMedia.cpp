@@ -33,6 +33,11 @@ std::optional<std::wstring> clsMultiMedia::ask(MciQuery query)
     return port_.send(mciStatus(alias_, query));
 }
 
+bool clsMultiMedia::sendIfAny(const std::optional<std::wstring>& command)
+{
+    return command && port_.send(*command);
+}
+
 std::optional<long> clsMultiMedia::askNumber(MciQuery query)
 {
     const std::optional<std::wstring> answer = ask(query);
@@ -101,8 +106,8 @@ void clsMultiMedia::mmOpen(const std::wstring& path)
         // case.
         if (!mciDevice(path))
             return;
-        const std::optional<std::wstring> command = mciOpen(port_.sendable(path), alias);
-        if (!command || !port_.send(*command))
+        const std::wstring sendable = port_.sendable(path);
+        if (!sendIfAny(mciOpen(sendable, alias)) && !sendIfAny(mciOpenElement(sendable, alias)))
             return;
         fileName_ = path;
         alias_ = alias;

@@ -69,6 +69,7 @@ public:
 
 private:
     std::optional<std::wstring> ask(MciQuery query);
+    bool sendIfAny(const std::optional<std::wstring>& command);
     std::optional<long> askNumber(MciQuery query);
 
     MciPort& port_;

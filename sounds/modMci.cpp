@@ -22,6 +22,15 @@ bool isOnePath(std::wstring_view path)
     return std::none_of(path.begin(), path.end(), [](wchar_t c) { return c < L' ' || c == L'"'; });
 }
 
+std::wstring open(std::wstring_view what, std::wstring_view alias, std::wstring_view type)
+{
+    const bool quoted = what.find(L' ') != std::wstring_view::npos;
+    const std::wstring_view quote = quoted ? L"\"" : L"";
+    std::wstring result = L"Open ";
+    result.append(quote).append(what).append(quote);
+    return result.append(L" ALIAS ").append(alias).append(type).append(L" wait");
+}
+
 } // namespace
 
 std::optional<std::wstring> mciDevice(std::wstring_view path)
@@ -45,17 +54,15 @@ std::optional<std::wstring> mciOpen(std::wstring_view path, std::wstring_view al
     const std::optional<std::wstring> device = mciDevice(path);
     if (!device || !isOnePath(path))
         return std::nullopt;
-    const bool quoted = path.find(L' ') != std::wstring_view::npos;
-    const std::wstring_view quote = quoted ? L"\"" : L"";
-    return std::wstring(L"Open ")
-        .append(quote)
-        .append(path)
-        .append(quote)
-        .append(L" ALIAS ")
-        .append(alias)
-        .append(L" TYPE ")
-        .append(*device)
-        .append(L" wait");
+    return open(path, alias, L" TYPE " + *device);
+}
+
+std::optional<std::wstring> mciOpenElement(std::wstring_view path, std::wstring_view alias)
+{
+    const std::optional<std::wstring> device = mciDevice(path);
+    if (!device || !isOnePath(path) || path.find(L'!') == std::wstring_view::npos)
+        return std::nullopt;
+    return open(*device + L"!" + std::wstring(path), alias, L"");
 }
 
 std::wstring mciClose(std::wstring_view alias)

@@ -19,6 +19,11 @@ std::wstring mciAlias(std::wstring_view path, int minute, int second, int number
 /// device plays.
 std::optional<std::wstring> mciOpen(std::wstring_view path, std::wstring_view alias);
 
+/// The same file in the form device!file. MCI reads a "!" in a path as the end of a device's name
+/// and finds no such device; with the device before the path it does not look further. Absent for a
+/// path without "!", and as above.
+std::optional<std::wstring> mciOpenElement(std::wstring_view path, std::wstring_view alias);
+
 std::wstring mciClose(std::wstring_view alias);
 std::wstring mciPause(std::wstring_view alias);
 std::wstring mciPlay(std::wstring_view alias, bool wait);

@@ -27,6 +27,16 @@ TEST_CASE("opening")
     CHECK_FALSE(mciOpen(std::wstring_view(L"C:\\x\0.wav", 9), L"a"));
 }
 
+TEST_CASE("a path with an exclamation mark has a second form")
+{
+    CHECK(mciOpenElement(L"C:\\My Sounds\\yeah!.wav", L"a")
+          == std::wstring(L"Open \"Waveaudio!C:\\My Sounds\\yeah!.wav\" ALIAS a wait"));
+    CHECK(mciOpenElement(L"C:\\yeah!.mid", L"a")
+          == std::wstring(L"Open Sequencer!C:\\yeah!.mid ALIAS a wait"));
+    for (const wchar_t* none : {L"C:\\x.wav", L"C:\\x!.mp3", L"C:\\x!\" alias y.wav"})
+        CHECK_FALSE(mciOpenElement(none, L"a"));
+}
+
 TEST_CASE("the other commands")
 {
     CHECK(mciClose(L"a") == L"Close a");

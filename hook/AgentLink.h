@@ -1,7 +1,7 @@
 #pragma once
 // The program's end of the line into AOL: one object for the AOL process that is being watched.
 // Everything the program has to do inside AOL goes through it.
-#include "base/handles.h"
+#include "hook/EditLines.h"
 #include "hook/aolSend.h"
 
 #include <functional>
@@ -9,22 +9,8 @@
 #include <optional>
 #include <string>
 #include <string_view>
-#include <vector>
 
 namespace velora {
-
-/// One line of a display as it is shown, without its line end. A soft-wrapped line goes on in the
-/// next one; the one blank at which it was broken is dropped.
-struct EditLine {
-    std::wstring text;
-    bool softWrapped = false;
-};
-struct EditLines {
-    int total = 0; ///< display lines of the window
-    int first = 0; ///< number of lines[0], from 0
-    std::vector<EditLine> lines;
-    bool truncated = false; ///< there was more than fits; ask again from first + lines.size()
-};
 
 /// How a popup of AOL's menus is known: by its caption in the menu bar ("&File"), or by an item
 /// that it holds. Captions are compared without "&", what follows a tab, and case.
@@ -116,7 +102,8 @@ private:
     friend class WindowHook;
     friend class AgentImpl;
     friend std::optional<LRESULT> sendToAol(HWND, UINT, WPARAM, LPARAM, DWORD);
-    std::unique_ptr<AgentImpl> impl_;
+    void noteBusy();
+    std::shared_ptr<AgentImpl> impl_;
 };
 
 /// One line of an edit control of AOL (from 1), read inside AOL; empty when it cannot be had.

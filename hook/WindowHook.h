@@ -78,14 +78,14 @@ public:
         Pause& operator=(const Pause&) = delete;
 
     private:
-        WindowHook* hook_;
+        std::shared_ptr<AgentImpl> impl_;
+        int slot_;
         std::uint32_t cookie_;
-        friend class WindowHook;
     };
 
 private:
     friend class AgentImpl;
-    AgentImpl* impl_ = nullptr;
+    std::shared_ptr<AgentImpl> impl_;
     HWND window_ = nullptr;
     int slot_ = -1;
     std::uint32_t cookie_ = 0;

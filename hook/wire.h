@@ -15,9 +15,10 @@ namespace velora::wire {
 inline constexpr std::uint32_t kMagic = 0x41474C56; // "VLGA"
 inline constexpr std::uint32_t kVersion = 1;
 
-/// The section's name is this and the program's process id in decimal.
+/// The section's name is this, the program's process id and the connection's generation, as
+/// "%08lx%08lx".
 inline constexpr wchar_t kSectionName[] = L"Local\\velora_agent_";
-/// Sent to AOL's frame while the boot hook is on: wParam = program's process id, lParam = kVersion.
+/// Sent to AOL's frame while the boot hook is on: wParam = process id, lParam = generation.
 inline constexpr wchar_t kBootMessage[] = L"Velora agent boot 1";
 inline constexpr wchar_t kAgentClass[] = L"VeloraAgent1";
 inline constexpr wchar_t kHolderClass[] = L"VeloraHolder1";

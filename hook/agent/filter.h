@@ -43,14 +43,14 @@ public:
         }
         if (!queued)
             return {};
-        if (isCharacter(message) && awaitsCharacter_) {
+        if (isCharacter(message) && awaitsCharacter_ && mayGive(key_, wParam)) {
             awaitsCharacter_ = false;
             return {swallowed_, asked_};
         }
-        if (key_ && isRelease(message) && keyOf(message, wParam) == key_) {
-            const FollowUp result{swallowed_, 0};
-            *this = {};
-            return result;
+        if (awaitsRelease_ && isRelease(message) && keyOf(message, wParam) == key_) {
+            // The character may still come: a posted press and release overtake it.
+            awaitsRelease_ = false;
+            return {swallowed_, 0};
         }
         return {};
     }
@@ -63,6 +63,7 @@ public:
             return;
         key_ = keyOf(message, wParam);
         awaitsCharacter_ = message == kKeyDown || message == kSysKeyDown;
+        awaitsRelease_ = true;
         asked_ = asked;
         swallowed_ = swallowed;
     }
@@ -92,9 +93,17 @@ private:
         return isMouse(message) ? kLeftButton : wParam;
     }
 
+    /// Enter and space give known characters (Enter with Ctrl a line feed); of other keys the
+    /// keyboard layout decides.
+    static constexpr bool mayGive(std::uint32_t key, std::uint32_t character)
+    {
+        return key == 13 ? character == 13 || character == 10 : key != 32 || character == 32;
+    }
+
     std::uint32_t key_ = 0;
     std::uint32_t asked_ = 0;
     bool awaitsCharacter_ = false;
+    bool awaitsRelease_ = false;
     bool swallowed_ = false;
 };
 

@@ -78,6 +78,21 @@ TEST_CASE("a swallowed key takes its character and its release along, once")
     CHECK_FALSE(press.next(kKeyUp, 13, true).swallow);
 }
 
+TEST_CASE("a posted press and release overtake the character")
+{
+    PressPair press;
+    press.next(kKeyDown, 13, true);
+    press.pressed(kKeyDown, 13, 1, true);
+    CHECK(press.next(kKeyUp, 13, true).swallow);
+    CHECK_FALSE(press.next(kChar, 'a', true).swallow); // none of Enter's
+    CHECK(press.next(kChar, 13, true).swallow);
+    press.pressed(kKeyDown, 32, 1, true);
+    CHECK_FALSE(press.next(kChar, 13, true).swallow);
+    CHECK(press.next(kChar, 32, true).swallow);
+    press.pressed(kKeyDown, 65, 1, true);
+    CHECK(press.next(kChar, 0xE4, true).swallow);
+}
+
 TEST_CASE("the program's own Enter is no part of the user's press")
 {
     PressPair press;

@@ -1,0 +1,46 @@
+#include "app/wiring_win.h"
+
+#include "chat/ToolbarRoutes.h"
+#include "chat/modInstallScheme.h"
+#include "core/MsgBoxEx.h"
+#include "core/modAOL.h"
+#include "hook/AgentLink.h"
+
+namespace velora {
+namespace {
+
+/// There is no update service: the user learns which version this is and how updates come.
+void liveUpdate()
+{
+    MsgBoxEx(
+        L"~BVelora " VELORA_VERSION L"~B is installed.~N ~NUpdates come as a new set-up program. "
+        L"Run it to bring this installation up to date; your settings, logs and lists are kept.",
+        kMsgInformation, L"Live Update");
+}
+
+} // namespace
+
+StartupServices startupServices()
+{
+    StartupServices services;
+    services.installFadeScheme = [](const std::wstring& file) {
+        return InstallScheme(file, AppPath() + L"\\Fader\\Schemes");
+    };
+    services.liveUpdate = liveUpdate;
+    services.releaseAol = [] { aolLink().disconnect(); };
+    return services;
+}
+
+void fillToolbarRoutes()
+{
+    ToolbarRoutes& routes = toolbarRoutes();
+    routes.exitProgram = [] { UnloadAllForms(true); };
+    routes.aolEnded = [] { UnloadAllForms(false); };
+}
+
+void giveAolBack() noexcept
+{
+    aolLink().disconnect();
+}
+
+} // namespace velora

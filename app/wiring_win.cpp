@@ -5,6 +5,7 @@
 #include "core/MsgBoxEx.h"
 #include "core/modAOL.h"
 #include "hook/AgentLink.h"
+#include "sounds/modSounds.h"
 
 namespace velora {
 namespace {
@@ -34,6 +35,7 @@ StartupServices startupServices()
 void fillToolbarRoutes()
 {
     ToolbarRoutes& routes = toolbarRoutes();
+    routeSounds(routes);
     routes.exitProgram = [] { UnloadAllForms(true); };
     routes.aolEnded = [] { UnloadAllForms(false); };
 }

@@ -41,12 +41,18 @@ DWORD runChild(const std::wstring& name, const std::wstring& folder)
 
 [[gnu::noinline]] void writeNowhere()
 {
-    *reinterpret_cast<volatile int*>(static_cast<std::uintptr_t>(0x10)) = 1;
+    // Volatile, so that the compiler does not see where it goes.
+    int* volatile nowhere = reinterpret_cast<int*>(0x10);
+    *nowhere = 1;
 }
 
-[[gnu::noinline]] void throwOut() noexcept
+[[gnu::noinline]] void fail()
 {
     throw std::runtime_error("leaves a noexcept");
+}
+void throwOut() noexcept
+{
+    fail();
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 #include "app/wiring_win.h"
 
 #include "chat/ToolbarRoutes.h"
+#include "chat/frmToolbar.h"
 #include "chat/modInstallScheme.h"
 #include "core/MsgBoxEx.h"
 #include "core/modAOL.h"
@@ -28,7 +29,12 @@ StartupServices startupServices()
         return InstallScheme(file, AppPath() + L"\\Fader\\Schemes");
     };
     services.liveUpdate = liveUpdate;
-    services.releaseAol = [] { aolLink().disconnect(); };
+    services.loadToolbar = [] { frmToolbar::load(); };
+    services.releaseAol = [] {
+        if (frmToolbar* const toolbar = frmToolbar::instance())
+            toolbar->UnhookSubclasses();
+        aolLink().disconnect();
+    };
     return services;
 }
 

@@ -8,6 +8,7 @@
 namespace velora {
 namespace {
 
+constexpr DWORD kKnockTimeout = 300;    // ms; an AOL that is busy is left alone
 constexpr DWORD kBootTimeout = 3000;    // ms
 constexpr DWORD kVerdictTimeout = 2000; // ms
 constexpr DWORD kSettleTime = 80;       // ms
@@ -154,11 +155,13 @@ bool AgentImpl::bootAgent(HWND frame, DWORD thread, const std::wstring& dll)
         reinterpret_cast<void*>(GetProcAddress(module.get(), wire::kHookExport)));
     if (!proc)
         return fail(GetLastError());
+    DWORD_PTR ignored = 0;
+    if (!SendMessageTimeoutW(frame, WM_NULL, 0, 0, SMTO_ABORTIFHUNG, kKnockTimeout, &ignored))
+        return fail(ERROR_TIMEOUT);
     // The hook lives only for this one message: while it is on, every message inside AOL is slow.
     HookHandle hook(SetWindowsHookExW(WH_CALLWNDPROC, proc, module.get(), thread));
     if (!hook)
         return fail(GetLastError());
-    DWORD_PTR ignored = 0;
     SetLastError(0);
     const LRESULT sent = SendMessageTimeoutW(
         frame, RegisterWindowMessageW(wire::kBootMessage), GetCurrentProcessId(),

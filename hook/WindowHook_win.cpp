@@ -25,7 +25,7 @@ bool AgentImpl::attachHook(WindowHook& hook, HWND window, std::initializer_list<
     if (!connected() || rules.size() > wire::kRulesPerSlot)
         return false;
     std::uint32_t slot = 0;
-    while (slot < hooks_.size() && hooks_[slot].hook)
+    while (slot < hooks_.size() && (hooks_[slot].hook || hooks_[slot].undetached))
         ++slot;
     if (slot == hooks_.size())
         return false;

@@ -31,11 +31,13 @@ struct LocalSlot {
 };
 
 struct Holder {
-    HWND window, im, mdi;
+    HWND window, im, mdi, owner;
     LONG style;
     RECT place; ///< of the IM in its MDI client
     bool visible;
 };
+
+enum Timer : UINT_PTR { kSettleTimer = 1, kOwnerTimer = 2 };
 
 inline constexpr int kRecords = 192;
 inline constexpr int kHolders = 64;
@@ -109,7 +111,7 @@ void detachSlots();
 // children.cpp
 void watchFrame(HWND frame);
 void touchChild(HWND window);
-void parentNotify(HWND parent, WPARAM wParam, LPARAM lParam);
+void parentNotify(std::uint32_t roles, HWND parent, WPARAM wParam, LPARAM lParam);
 void reportSettled();
 
 // menus.cpp
@@ -132,6 +134,8 @@ std::int32_t giveIm(HWND im, bool close);
 void giveAllIms();
 void heldDestroyed(HWND im);
 void reapHolder(HWND holder);
+/// Takes care of holders whose owner has gone without taking them along.
+void checkOwners();
 bool registerHolderClass();
 
 // commands.cpp

@@ -130,7 +130,7 @@ void release()
     g.releasing = true;
     g.section = nullptr;
     g.generation = 0;
-    KillTimer(g.window, 1);
+    KillTimer(g.window, kSettleTimer);
     g.settling.clear();
     removeMenus();
     giveAllIms();

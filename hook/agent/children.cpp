@@ -17,18 +17,6 @@ void watchMdi(HWND mdi)
         touchChild(child);
 }
 
-/// The MDI child that the window is or stands in; 0 when it is in none.
-HWND mdiChildOf(HWND window)
-{
-    while (window && window != g.mdi) {
-        const HWND parent = GetAncestor(window, GA_PARENT);
-        if (parent == g.mdi)
-            return window;
-        window = parent;
-    }
-    return nullptr;
-}
-
 } // namespace
 
 void watchFrame(HWND frame)
@@ -43,27 +31,33 @@ void watchFrame(HWND frame)
 
 void touchChild(HWND window)
 {
-    if (!isOurs(window) || (GetAncestor(window, GA_PARENT) != g.mdi))
+    if (!isOurs(window))
+        return;
+    const Record* known = findRecord(window);
+    const bool held = known && (known->roles & kHeldRole);
+    if (!held && GetAncestor(window, GA_PARENT) != g.mdi)
         return;
     if (Record* record = watch(window))
         record->roles |= kChildRole;
     if (g.settling.touch(number(window), GetTickCount()))
-        SetTimer(g.window, 1, kSettleTick, nullptr);
+        SetTimer(g.window, kSettleTimer, kSettleTick, nullptr);
     else
         postEvent(wire::Event::child, 0, 0, number(window));
 }
 
-void parentNotify(HWND parent, WPARAM wParam, LPARAM lParam)
+void parentNotify(std::uint32_t roles, HWND parent, WPARAM wParam, LPARAM lParam)
 {
     if (LOWORD(wParam) != WM_CREATE)
         return;
-    if (!g.mdi && parent == g.frame) {
-        if (const HWND mdi = FindWindowExW(g.frame, nullptr, L"MDIClient", nullptr))
+    if ((roles & kFrameRole) && !g.mdi) {
+        if (const HWND mdi = FindWindowExW(parent, nullptr, L"MDIClient", nullptr))
             watchMdi(mdi);
     }
-    // A control's notice climbs up to the MDI client, so late-built controls are seen here too.
-    if (const HWND child = mdiChildOf(reinterpret_cast<HWND>(lParam)))
-        touchChild(child);
+    if (roles & kMdiRole)
+        touchChild(reinterpret_cast<HWND>(lParam));
+    // AOL builds a window's controls when it gets round to it: each of them is a change.
+    if (roles & kChildRole)
+        touchChild(parent);
 }
 
 void reportSettled()
@@ -73,7 +67,7 @@ void reportSettled()
         if (isOurs(windowOf(window)))
             postEvent(wire::Event::child, 0, 0, window);
     if (g.settling.empty())
-        KillTimer(g.window, 1);
+        KillTimer(g.window, kSettleTimer);
 }
 
 } // namespace velora::agent

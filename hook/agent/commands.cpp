@@ -114,7 +114,12 @@ LRESULT CALLBACK agentProc(HWND window, UINT message, WPARAM wParam, LPARAM lPar
 {
     switch (message) {
     case WM_COPYDATA: return receive(wParam, reinterpret_cast<const COPYDATASTRUCT*>(lParam));
-    case WM_TIMER: reportSettled(); return 0;
+    case WM_TIMER:
+        if (wParam == kSettleTimer)
+            reportSettled();
+        else
+            checkOwners();
+        return 0;
     case wire::kProbe:
         PostMessageW(g.companionWindow, wire::kAlive, 0, static_cast<LPARAM>(g.generation));
         return 0;

@@ -56,6 +56,8 @@ void postRule(int slot, std::uint32_t rule, UINT message, WPARAM wParam, LPARAM 
 {
     wire::Slot& shared = g.section->slots[slot];
     const wire::Slot& own = g.slot[slot].table;
+    if (shared.cookie != own.cookie)
+        return;
     const bool coalesce = own.rules[rule].mode & wire::kCoalesce;
     const std::int32_t bit = 1 << rule;
     const auto paused = [&] { return *const_cast<volatile std::int32_t*>(&shared.paused) != 0; };

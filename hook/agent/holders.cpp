@@ -8,6 +8,7 @@ namespace {
 
 constexpr LONG kFrameStyles =
     WS_CAPTION | WS_THICKFRAME | WS_SYSMENU | WS_MINIMIZEBOX | WS_MAXIMIZEBOX;
+constexpr UINT kOwnerTick = 500; // ms
 constexpr UINT kQuiet = SWP_NOACTIVATE | SWP_NOZORDER | SWP_NOOWNERZORDER;
 
 Holder* findByIm(HWND im)
@@ -145,10 +146,12 @@ std::int32_t takeIm(const wire::Command& command)
     RECT place;
     GetWindowRect(im, &place);
     MapWindowPoints(nullptr, g.mdi, reinterpret_cast<POINT*>(&place), 2);
-    *holder = {window, im, g.mdi, GetWindowLongW(im, GWL_STYLE), place, visible};
+    *holder = {window, im,     g.mdi, windowOf(command.a), GetWindowLongW(im, GWL_STYLE),
+               place,  visible};
     record->roles |= kHeldRole;
     moveIn(*holder);
     ShowWindow(window, SW_SHOWNA);
+    SetTimer(g.window, kOwnerTimer, kOwnerTick, nullptr);
     return static_cast<std::int32_t>(number(window));
 }
 
@@ -168,6 +171,18 @@ void giveAllIms()
     for (Holder& holder : g.holder)
         if (holder.im)
             moveBack(holder, true);
+}
+
+void checkOwners()
+{
+    bool any = false;
+    for (Holder& holder : g.holder) {
+        if (holder.im && !IsWindow(holder.owner))
+            moveBack(holder, true);
+        any = any || holder.im;
+    }
+    if (!any)
+        KillTimer(g.window, kOwnerTimer);
 }
 
 void heldDestroyed(HWND im)

@@ -8,8 +8,8 @@ namespace velora::agent {
 namespace {
 
 constexpr int kLongestLine = 16000; // characters of one display line
-// Room for a line as the control gives it, in either character set.
-wchar_t g_line[kLongestLine + 2];
+// Room for a line in UTF-16, and behind it for its bytes when the control gives those.
+wchar_t g_line[kLongestLine + kLongestLine / 2 + 2];
 
 /// Reads may not nest: the inner one would overwrite the outer one's result.
 class Reading {
@@ -61,10 +61,8 @@ int rawLine(HWND edit, int index, bool unicode)
     units = units < 0 ? 0 : units > kLongestLine ? kLongestLine : units;
     if (unicode || units == 0)
         return units;
-    // From the byte form in place: the bytes move to the upper half first.
-    auto* bytes = reinterpret_cast<char*>(g_line) + sizeof g_line - units;
-    for (int i = units; i-- > 0;)
-        bytes[i] = reinterpret_cast<const char*>(g_line)[i];
+    auto* bytes = reinterpret_cast<char*>(g_line + kLongestLine);
+    CopyMemory(bytes, g_line, static_cast<std::uint32_t>(units));
     return MultiByteToWideChar(CP_ACP, 0, bytes, units, g_line, kLongestLine);
 }
 

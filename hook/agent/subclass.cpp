@@ -94,7 +94,7 @@ void rolesAfterAol(std::uint32_t roles, HWND window, UINT message, WPARAM wParam
             postMoved();
     }
     if (message == WM_PARENTNOTIFY)
-        parentNotify(window, wParam, lParam);
+        parentNotify(roles, window, wParam, lParam);
     if ((roles & kMdiRole) && message == WM_MDICREATE)
         touchChild(reinterpret_cast<HWND>(result));
     if ((roles & kChildRole) && message == WM_SETTEXT)
@@ -213,6 +213,8 @@ wire::Status attachSlot(std::uint32_t slot)
     if (!record)
         return wire::kFull;
     g.slot[slot] = {table, 0, false};
+    // Nothing of this slot can be under way yet; what stands there was left by its last user.
+    g.section->slots[slot].pending = 0;
     record->slots |= 1u << slot;
     return wire::kDone;
 }

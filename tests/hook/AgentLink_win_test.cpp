@@ -275,6 +275,44 @@ TEST_CASE("AOL hangs: one bounded wait, then none until it is back")
     CHECK(sendToAol(display, WM_NULL, 0, 0).has_value());
 }
 
+TEST_CASE("AOL is killed inside a hook's event: what the handler still asks is answered neutral")
+{
+    SmallAol aol;
+    const HWND input = aol.input(aol.open());
+    AgentLink link;
+    int ended = 0;
+    bool handled = false;
+    link.onAolEnded = [&] { ++ended; };
+    REQUIRE(link.connect(aol.frame));
+    WindowHook hook;
+    hook.WndMessageX = [&](HookMessage& message) {
+        message.noDefault = true;
+        aol.kill();
+        CHECK_FALSE(link.readText(input).has_value());
+        CHECK_FALSE(sendToAol(input, WM_CHAR, VK_RETURN, 0).has_value());
+        CHECK_FALSE(link.setText(input, L"x"));
+        handled = true;
+    };
+    REQUIRE(hook.attach(link, input, {WatchRule::key(WM_KEYDOWN, VK_RETURN)}));
+    aol.pressEnter(input);
+    CHECK(pumpUntil([&] { return handled && ended == 1; }));
+    CHECK_FALSE(link.connected());
+}
+
+TEST_CASE("a hanging AOL is not booted into, and does not keep the program waiting")
+{
+    SmallAol aol;
+    AgentLink link;
+    PostMessageW(aol.frame, kHang, 2000, 0);
+    REQUIRE(pumpUntil([&] {
+        DWORD_PTR result;
+        return !SendMessageTimeoutW(aol.frame, WM_NULL, 0, 0, 0, 50, &result);
+    }));
+    CHECK_FALSE(link.connect(aol.frame));
+    CHECK(link.lastError() == ERROR_TIMEOUT);
+    CHECK(pumpUntil([&] { return link.connect(aol.frame); }));
+}
+
 TEST_CASE("AOL is killed: told once, everything answers neutral")
 {
     SmallAol aol;

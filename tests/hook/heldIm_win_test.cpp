@@ -4,6 +4,7 @@
 #include "hook/smallaol_win.h"
 
 #include <doctest/doctest.h>
+#include <vector>
 
 using namespace velora;
 using namespace velora::hooktest;
@@ -126,6 +127,27 @@ TEST_CASE("disconnecting gives held windows back")
     held.link.disconnect();
     CHECK(held.isBack());
     CHECK(GetAncestor(held.other, GA_PARENT) == held.mdi);
+}
+
+TEST_CASE("the owner is destroyed: the held window goes back to AOL")
+{
+    Held held;
+    const HWND holder = held.link.takeIM(held.im, kPlace, held.top);
+    REQUIRE(holder);
+    DestroyWindow(held.top);
+    CHECK(pumpUntil([&] { return held.isBack() && !IsWindow(holder); }));
+}
+
+TEST_CASE("what changes in a held window is told too")
+{
+    Held held;
+    std::vector<HWND> children;
+    REQUIRE(held.link.takeIM(held.im, kPlace, held.top));
+    held.link.onChild = [&](HWND child) { children.push_back(child); };
+    CHECK(pumpUntil([&] { return children.size() >= 2; })); // both, from the time of connecting
+    children.clear();
+    CHECK(sendToAol(held.im, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(L"IM From: Guest")));
+    CHECK(pumpUntil([&] { return children == std::vector<HWND>{held.im}; }));
 }
 
 TEST_CASE("a maximised window is taken at its own size and comes back unmaximised")

@@ -25,6 +25,7 @@ public:
     const std::vector<std::wstring>& people() const { return people_; }
     /// Empty until the window is built.
     std::wstring displayText() const;
+    long notices() const { return display_ ? display_->notices() : 0; }
     HWND displayWindow() const { return display_ ? display_->hwnd() : nullptr; }
     HWND inputWindow() const { return input_ ? input_->hwnd() : nullptr; }
 

@@ -74,6 +74,12 @@ std::wstring execute(const std::wstring& line, HWND frame)
     return answered ? request.answer : L"error AOL's window is gone";
 }
 
+void endIfAsked(const std::wstring& line, HWND frame)
+{
+    if (endsAol(line))
+        PostMessageW(frame, kEnd, sameNoCase(line, L"crash"), 0);
+}
+
 /// Answers the lines of one client until it goes.
 void serve(HANDLE pipe, HWND frame)
 {
@@ -91,6 +97,7 @@ void serve(HANDLE pipe, HWND frame)
             DWORD put = 0;
             if (!WriteFile(pipe, answer.data(), static_cast<DWORD>(answer.size()), &put, nullptr))
                 return;
+            endIfAsked(fromUtf8(line), frame);
         }
     }
 }
@@ -140,6 +147,7 @@ DWORD WINAPI scriptThread(void* parameter) noexcept
         const std::wstring answer = execute(line, source->frame);
         if (!startsNoCase(answer, L"ok"))
             aol().transcript.add(L"script", line, answer);
+        endIfAsked(line, source->frame);
     }
     aol().transcript.add(L"script", L"", L"end");
     return 0;

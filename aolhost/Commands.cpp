@@ -77,7 +77,8 @@ Answer status(const std::wstring&)
            + (room && room->built() ? L"1" : L"0") + L"\tframe=" + hex(a.frame->hwnd()) + L"\tmdi="
            + hex(a.frame->mdiClient()) + L"\troomwindow=" + hex(room ? room->hwnd() : nullptr)
            + L"\tdisplay=" + hex(room ? room->displayWindow() : nullptr) + L"\tinput="
-           + hex(room ? room->inputWindow() : nullptr) + L"\tdocuments="
+           + hex(room ? room->inputWindow() : nullptr) + L"\tnotices="
+           + std::to_wstring(room ? room->notices() : 0) + L"\tdocuments="
            + std::to_wstring(a.documents.size()) + L"\tsent=" + std::to_wstring(a.sent.size())
            + L"\timsent=" + std::to_wstring(a.imsSent.size()) + L"\tmailsent="
            + std::to_wstring(a.mailsSent.size()) + L"\tposted="
@@ -290,20 +291,11 @@ const Command kCommands[] = {
      }},
 };
 
-/// Ends or stops AOL: answered before it happens, since nothing answers afterwards.
-bool isFinal(const std::wstring& name)
+/// A crash ends the process at once: the system's own box or debugger would keep it alive.
+LONG WINAPI endAtOnce(EXCEPTION_POINTERS* what)
 {
-    return name == L"hang" || name == L"crash" || name == L"exit";
-}
-
-void runFinal(const std::wstring& name, const std::wstring& argument)
-{
-    if (name == L"hang")
-        Sleep(static_cast<DWORD>(numberOr(argument, 1000)));
-    else if (name == L"exit")
-        PostMessageW(aol().frame->hwnd(), WM_CLOSE, 0, 0);
-    else
-        *static_cast<volatile int*>(nullptr) = 0;
+    TerminateProcess(GetCurrentProcess(), what->ExceptionRecord->ExceptionCode);
+    return EXCEPTION_EXECUTE_HANDLER;
 }
 
 Answer runOption(const std::wstring& name, const std::wstring& value)
@@ -348,12 +340,28 @@ void runRequest(Request& request) noexcept
     const std::wstring name = lowered(request.line.substr(0, blank));
     const std::wstring argument =
         blank == std::wstring::npos ? std::wstring() : request.line.substr(blank + 1);
-    const bool last = isFinal(name);
-    request.answer = last ? L"ok" : answerTo(name, argument);
+    const bool hang = name == L"hang";
+    const bool end = name == L"crash" || name == L"exit";
+    request.answer = hang || end ? L"ok" : answerTo(name, argument);
     // The request belongs to the waiting thread: it is gone once that is told.
     SetEvent(request.answered);
-    if (last)
-        runFinal(name, argument);
+    if (hang)
+        Sleep(static_cast<DWORD>(numberOr(argument, 1000)));
+}
+
+bool endsAol(const std::wstring& line)
+{
+    return sameNoCase(line, L"crash") || sameNoCase(line, L"exit");
+}
+
+void endAol(bool crash)
+{
+    if (!crash) {
+        PostMessageW(aol().frame->hwnd(), WM_CLOSE, 0, 0);
+        return;
+    }
+    SetUnhandledExceptionFilter(endAtOnce);
+    *static_cast<volatile int*>(nullptr) = 0;
 }
 
 } // namespace aolhost

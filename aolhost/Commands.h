@@ -14,8 +14,11 @@ struct Request {
     HANDLE answered; ///< set when `answer` is there
 };
 
-/// Runs one request on the window thread. A command that ends or stops AOL answers first.
+/// Runs one request on the window thread. "hang" answers before it hangs; "crash" and "exit" only
+/// answer: the reading thread lets endAol follow when the answer is with the client.
 void runRequest(Request& request) noexcept;
+bool endsAol(const std::wstring& line);
+void endAol(bool crash);
 
 /// Start the reading threads for what the options name.
 void startPipe(const std::wstring& name, HWND frame);

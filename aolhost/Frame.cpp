@@ -131,6 +131,7 @@ LRESULT Frame::handle(UINT message, WPARAM wParam, LPARAM lParam)
         break;
     case WM_COPYDATA: return receive(*reinterpret_cast<const COPYDATASTRUCT*>(lParam));
     case kRunRequest: runRequest(*reinterpret_cast<Request*>(lParam)); return 0;
+    case kEnd: endAol(wParam != 0); return 0;
     case WM_DESTROY:
         aol().frame = nullptr;
         PostQuitMessage(0);

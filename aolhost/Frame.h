@@ -11,6 +11,8 @@ class Toolbar;
 
 /// A command line of the pipe or the script, run on the window thread: LPARAM is the Request.
 constexpr UINT kRunRequest = WM_APP + 1;
+/// AOL is to end: WPARAM 1 by a crash, 0 in order.
+constexpr UINT kEnd = WM_APP + 2;
 
 class Frame final : public Window {
 public:

@@ -161,7 +161,8 @@ bool RichText::handleEnter(UINT message)
 
 void RichText::command(int id)
 {
-    CHARRANGE all{0, -1};
+    // To -1 would take in the line end that closes every text.
+    CHARRANGE all{0, length()};
     switch (id) {
     case kCut: send(WM_CUT); break;
     case kCopy: send(WM_COPY); break;
@@ -198,7 +199,7 @@ LRESULT RichText::handle(UINT message, WPARAM wParam, LPARAM lParam)
             onFocus();
         break;
     case WM_COMMAND: command(LOWORD(wParam)); return 0;
-    case kTextChanged: return 0;
+    case kTextChanged: ++notices_; return 0;
     default: break;
     }
     return classDefault(message, wParam, lParam);

@@ -38,6 +38,8 @@ public:
     void clear();
     long length() const;
     void notifyChanged(Notice notice);
+    /// How many notices have come through to the box itself.
+    long notices() const { return notices_; }
     void setBackground(COLORREF color);
 
 protected:
@@ -48,6 +50,7 @@ private:
     void command(int id);
     void insert(const Run& run);
     bool enterKeyDown_ = false;
+    long notices_ = 0;
 };
 
 } // namespace aolhost

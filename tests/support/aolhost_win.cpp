@@ -305,6 +305,18 @@ HWND AolHost::document(std::wstring_view captionPart)
     return nullptr;
 }
 
+HWND AolHost::dialog() const
+{
+    HWND window = nullptr;
+    while ((window = FindWindowExW(nullptr, window, L"_AOL_Modal", nullptr))) {
+        DWORD owner = 0;
+        GetWindowThreadProcessId(window, &owner);
+        if (owner == processId_)
+            return window;
+    }
+    return nullptr;
+}
+
 bool AolHost::ended(unsigned ms)
 {
     return waitFor([&] { return WaitForSingleObject(process_.get(), 0) == WAIT_OBJECT_0; }, ms);

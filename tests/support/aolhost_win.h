@@ -71,6 +71,9 @@ public:
     /// The first document whose caption holds this text; null when there is none.
     HWND document(std::wstring_view captionPart);
 
+    /// AOL's open dialog ("_AOL_Modal"); null when there is none.
+    HWND dialog() const;
+
     HANDLE process() const { return process_.get(); }
     DWORD processId() const { return processId_; }
     /// True when AOL's process has ended within that time.

@@ -6,11 +6,15 @@
 #include "ui/WinGeometry.h"
 
 #include <algorithm>
+#include <numeric>
+#include <vector>
 
 namespace velora {
 namespace {
 constexpr int kIconSize = 32;
-// The surface's width; where the text would be too tall, the next one is tried.
+// Slanted letters end a little beyond their measured width.
+constexpr int kOverhang = 4;
+// The surface's width; where the text would be taller than that is wide, the next one is tried.
 constexpr int kWidths[] = {400, 560, 760};
 // What of the screen's height a box needs beside its text: caption, buttons, margins, some air.
 constexpr int kAroundText = 160;
@@ -29,6 +33,17 @@ int measureWord(std::wstring_view text, const MarkupStyle& style)
 COLORREF colourFor(const MarkupStyle& style)
 {
     return style.colour == kMarkupNormal ? GetSysColor(COLOR_BTNTEXT) : style.colour;
+}
+
+// With the distances that were measured: Wine draws smoothed letters wider than it measures them.
+void drawText(HDC dc, Point at, const std::wstring& text)
+{
+    const int length = static_cast<int>(text.size());
+    std::vector<int> ends(text.size());
+    SIZE size = {};
+    GetTextExtentExPointW(dc, text.c_str(), length, 0, nullptr, ends.data(), &size);
+    std::adjacent_difference(ends.begin(), ends.end(), ends.begin());
+    ExtTextOutW(dc, at.x, at.y, 0, nullptr, text.c_str(), static_cast<UINT>(length), ends.data());
 }
 } // namespace
 
@@ -50,10 +65,11 @@ void MarkupLabel::plan(std::wstring_view markup, const Rect& area)
     for (const int width : kWidths) {
         surface_.width = std::min(width, area.width() - 2 * kMargin);
         plan_ = planMarkup(runs, surface_, measureWord);
-        if (plan_.lines <= most)
+        if (plan_.lines <= most && plan_.height <= surface_.width)
             return;
     }
-    cutTo(most);
+    if (plan_.lines > most)
+        cutTo(most);
 }
 
 void MarkupLabel::cutTo(int lines)
@@ -68,7 +84,7 @@ void MarkupLabel::cutTo(int lines)
 
 Size MarkupLabel::naturalSize() const
 {
-    return {plan_.right, std::max(plan_.height, icon_ ? kIconSize : 0)};
+    return {plan_.right + kOverhang, std::max(plan_.height, icon_ ? kIconSize : 0)};
 }
 
 void MarkupLabel::draw(HDC dc, const Rect& surface) const
@@ -85,8 +101,7 @@ void MarkupLabel::draw(HDC dc, const Rect& surface) const
     for (const MarkupWord& word : plan_.words) {
         SelectObject(dc, fontFor(word.style));
         SetTextColor(dc, colourFor(word.style));
-        TextOutW(dc, surface.left + word.x, surface.top + lead + word.y, word.text.c_str(),
-                 static_cast<int>(word.text.size()));
+        drawText(dc, {surface.left + word.x, surface.top + lead + word.y}, word.text);
     }
     SelectObject(dc, before);
 }

@@ -46,10 +46,11 @@ void frmInpBox::onCreate()
     setDefaultButton(cmdOK);
     setCancelButton(cmdCancel);
     setFirstFocus(txtInput);
-    setLayout(rows({grow(lblPrompt), txtInput, chkShow, blank(kMargin - kGap),
-                    buttonRowCentred({cmdOK, cmdCancel})})
-                  .margins()
-                  .atLeast({kLeastWidth, 0}));
+    setLayout(
+        rows({rows({grow(lblPrompt), txtInput, chkShow}), buttonRowCentred({cmdOK, cmdCancel})},
+             kMargin)
+            .margins()
+            .atLeast({kLeastWidth, 0}));
 }
 
 void frmInpBox::accept()

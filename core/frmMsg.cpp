@@ -97,8 +97,8 @@ void frmMsg::onCreate()
     for (std::size_t i = 0; i < content_.style.buttons.size(); ++i)
         buttons.push_back(cmdAnswer[i]);
     // Room for the caption, too.
-    const int captionWidth = textSize(uiFont({.bold = true}), content_.caption).width + 60;
-    setLayout(rows({Box(lblText).margins(0, 0, kMargin, 0).grow(),
+    const int captionWidth = textSize(uiFont({.bold = true}), content_.caption).width + 140;
+    setLayout(rows({Box(lblText).margins(0, 0, kMargin - 4, 0).grow(),
                     buttonRowCentred(buttons).margins(kMargin, 0, kMargin, 0),
                     Box(prgClose).margins(kMargin, 0, kMargin, 0)},
                    kMargin)

@@ -37,7 +37,7 @@ int lineControlHeight(const Control& control)
 
 Size checkSize(const Control& control)
 {
-    constexpr int kMark = 13, kBetween = 7; // the mark, and the blank and the focus frame after it
+    constexpr int kMark = 13, kBetween = 9; // the mark, and the blank and the focus frame after it
     const Size text = textSize(fontOf(control), withoutMnemonic(control.text()));
     return {kMark + kBetween + text.width, std::max(text.height + 4, 17)};
 }

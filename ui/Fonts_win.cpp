@@ -1,6 +1,5 @@
 #include "ui/Fonts.h"
 
-#include "base/handles.h"
 #include "ui/WinGeometry.h"
 
 #include <algorithm>
@@ -32,18 +31,22 @@ void apply(LOGFONTW& font, const FontStyle& style)
     font.lfUnderline = style.underline;
 }
 
-// The screen's device context with a font in it, for measuring.
+// The screen's device context with a font in it, for measuring. A memory context would not do: its
+// two colours have no smoothed fonts, whose widths differ.
 class Measure {
 public:
-    explicit Measure(HFONT font) : dc_(CreateCompatibleDC(nullptr))
+    explicit Measure(HFONT font) : dc_(GetDC(nullptr)), old_(SelectObject(dc_, font)) {}
+    ~Measure()
     {
-        old_ = SelectObject(dc_.get(), font);
+        SelectObject(dc_, old_);
+        ReleaseDC(nullptr, dc_);
     }
-    ~Measure() { SelectObject(dc_.get(), old_); }
-    HDC dc() const { return dc_.get(); }
+    Measure(const Measure&) = delete;
+    Measure& operator=(const Measure&) = delete;
+    HDC dc() const { return dc_; }
 
 private:
-    MemoryDc dc_;
+    HDC dc_;
     HGDIOBJ old_;
 };
 

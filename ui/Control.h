@@ -53,6 +53,9 @@ protected:
     virtual Size naturalSize() const;
     /// Routes the window's own messages to onMessage first.
     void subclass();
+    /// Mouse handling of a button in a form that does not take the focus: the system's own would
+    /// set the focus to the button and so activate the form.
+    std::optional<LRESULT> pressQuietly(UINT message, LPARAM lParam);
 
     virtual void onCommand(int /*code*/) {}
     virtual LRESULT onNotify(NMHDR&) { return 0; }
@@ -71,7 +74,7 @@ private:
     Form* form_ = nullptr;
     HFONT font_ = nullptr;
     WNDPROC original_ = nullptr;
-    bool shown_ = true;
+    bool shown_ = true, held_ = false;
     Size wanted_;
     std::optional<COLORREF> textColour_, backColour_;
     HBRUSH brush_ = nullptr;

@@ -95,6 +95,46 @@ LRESULT CALLBACK Control::subclassProc(HWND window, UINT message, WPARAM wParam,
     return CallWindowProcW(original, window, message, wParam, lParam);
 }
 
+std::optional<LRESULT> Control::pressQuietly(UINT message, LPARAM lParam)
+{
+    if (!form_ || form_->takesFocus())
+        return std::nullopt;
+    const auto inside = [&] {
+        const POINT at = {static_cast<short>(LOWORD(lParam)), static_cast<short>(HIWORD(lParam))};
+        RECT r = {};
+        GetClientRect(hwnd_, &r);
+        return PtInRect(&r, at) != FALSE;
+    };
+    switch (message) {
+    case WM_LBUTTONDOWN:
+    case WM_LBUTTONDBLCLK:
+        held_ = true;
+        SetCapture(hwnd_);
+        send(BM_SETSTATE, TRUE);
+        return 0;
+    case WM_MOUSEMOVE:
+        if (!held_)
+            return std::nullopt;
+        send(BM_SETSTATE, inside());
+        return 0;
+    case WM_LBUTTONUP:
+        if (!held_)
+            return 0;
+        ReleaseCapture(); // WM_CAPTURECHANGED draws it released
+        if (inside())
+            SendMessageW(form_->hwnd(), WM_COMMAND, MAKEWPARAM(GetDlgCtrlID(hwnd_), BN_CLICKED),
+                         reinterpret_cast<LPARAM>(hwnd_));
+        return 0;
+    case WM_CAPTURECHANGED:
+        if (held_) {
+            held_ = false;
+            send(BM_SETSTATE, FALSE);
+        }
+        return std::nullopt;
+    default: return std::nullopt;
+    }
+}
+
 std::wstring Control::text() const
 {
     return hwnd_ ? windowText(hwnd_) : std::wstring();

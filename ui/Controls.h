@@ -61,6 +61,7 @@ public:
 protected:
     Size naturalSize() const override;
     void onCommand(int code) override;
+    std::optional<LRESULT> onMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
 };
 
 class CheckBox : public Control {

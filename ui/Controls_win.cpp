@@ -96,6 +96,8 @@ void Button::create(Form& form, std::wstring_view text, std::function<void()> cl
 {
     onClick = std::move(clicked);
     createWindow(form, WC_BUTTONW, text, BS_PUSHBUTTON | BS_NOTIFY | WS_TABSTOP);
+    if (!form.takesFocus())
+        subclass();
 }
 
 Size Button::naturalSize() const
@@ -104,9 +106,15 @@ Size Button::naturalSize() const
     return {std::max(75, words.width + 20), words.height + 10};
 }
 
+std::optional<LRESULT> Button::onMessage(UINT message, WPARAM, LPARAM lParam)
+{
+    return pressQuietly(message, lParam);
+}
+
 void Button::onCommand(int code)
 {
-    if (code != BN_CLICKED || !onClick)
+    // A quick second click is a double click to the system and a click to the user.
+    if ((code != BN_CLICKED && code != BN_DBLCLK) || !onClick)
         return;
     const auto clicked = onClick; // the handler may end the form and this button with it
     clicked();

@@ -90,6 +90,8 @@ public:
 
     HWND hwnd() const { return hwnd_; }
     bool isOpen() const { return hwnd_ != nullptr; }
+    /// False for panels and alerts: they work without ever becoming the active window.
+    bool takesFocus() const { return made_.activates && made_.kind != FormKind::panel; }
     const char* name() const { return name_; }
     std::wstring title() const;
     void setTitle(std::wstring_view title);

@@ -171,7 +171,7 @@ std::optional<LRESULT> Form::handleFrame(UINT message, WPARAM wParam, LPARAM lPa
     case WM_SHOWWINDOW: onShow(wParam != 0); return std::nullopt;
     case WM_GETMINMAXINFO: limitSize(*reinterpret_cast<MINMAXINFO*>(lParam)); return 0;
     case WM_MOUSEACTIVATE:
-        if (!made_.activates || made_.kind == FormKind::panel)
+        if (!takesFocus())
             return MA_NOACTIVATE;
         return std::nullopt;
     case WM_CLOSE:

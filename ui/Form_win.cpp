@@ -272,8 +272,7 @@ void Form::show(bool visible)
                      SWP_HIDEWINDOW | SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
         return;
     }
-    const bool quiet = !made_.activates || made_.kind == FormKind::panel;
-    if (made_.kind == FormKind::child || quiet)
+    if (made_.kind == FormKind::child || !takesFocus())
         // A page lies above the tab strip that it belongs to; a panel above the frame.
         SetWindowPos(hwnd_, HWND_TOP, 0, 0, 0, 0,
                      SWP_SHOWWINDOW | SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);

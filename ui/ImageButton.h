@@ -36,6 +36,8 @@ protected:
     std::optional<LRESULT> onMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
 
 private:
+    void becomeHot();
+
     HICON icon_ = nullptr;
     int iconSize_ = 16;
     bool hot_ = false, checked_ = false, showName_ = false;

@@ -121,17 +121,23 @@ void ImageButton::onDraw(const DRAWITEMSTRUCT& item)
     SelectObject(item.hDC, oldFont);
 }
 
+void ImageButton::becomeHot()
+{
+    if (hot_)
+        return;
+    hot_ = true;
+    TRACKMOUSEEVENT track = {sizeof track, TME_LEAVE, hwnd(), 0};
+    TrackMouseEvent(&track);
+    redraw();
+}
+
 std::optional<LRESULT> ImageButton::onMessage(UINT message, WPARAM, LPARAM lParam)
 {
+    if (message == WM_MOUSEMOVE)
+        becomeHot();
+    if (const auto answer = pressQuietly(message, lParam))
+        return answer;
     switch (message) {
-    case WM_MOUSEMOVE:
-        if (!hot_) {
-            hot_ = true;
-            TRACKMOUSEEVENT track = {sizeof track, TME_LEAVE, hwnd(), 0};
-            TrackMouseEvent(&track);
-            redraw();
-        }
-        return std::nullopt;
     case WM_MOUSELEAVE:
         hot_ = false;
         redraw();

@@ -68,16 +68,19 @@ void waitOnce(DWORD milliseconds)
     const DWORD count = static_cast<DWORD>(handles.size());
     const DWORD result = MsgWaitForMultipleObjectsEx(count, handles.data(), milliseconds,
                                                      QS_ALLINPUT, MWMO_INPUTAVAILABLE);
-    if (result == WAIT_FAILED) {
-        // A handle that was closed under us would make every wait fail: drop those that are bad.
-        for (const auto& entry : waits)
-            if (WaitForSingleObject(entry->handle, 0) == WAIT_FAILED)
+    if (result == WAIT_OBJECT_0 + count || result == WAIT_TIMEOUT)
+        return;
+    if (result > WAIT_OBJECT_0 + count) {
+        // A handle that was closed under us would make every wait fail: drop it. (Waiting for each
+        // to find it would use up the signals of the others.)
+        for (const auto& entry : waits) {
+            DWORD flags = 0;
+            if (!GetHandleInformation(entry->handle, &flags))
                 entry->over = true;
+        }
         Sleep(1);
         return;
     }
-    if (result >= WAIT_OBJECT_0 + count)
-        return;
     const auto& entry = waits[result - WAIT_OBJECT_0];
     if (!entry->repeats)
         entry->over = true;

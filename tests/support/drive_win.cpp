@@ -150,7 +150,6 @@ bool clickAt(HWND window, int x, int y, bool right)
     SetCursorPos(at.x, at.y);
     sendMouse(right ? MOUSEEVENTF_RIGHTDOWN : MOUSEEVENTF_LEFTDOWN);
     sendMouse(right ? MOUSEEVENTF_RIGHTUP : MOUSEEVENTF_LEFTUP);
-    doEvents();
     return true;
 }
 
@@ -181,7 +180,6 @@ void key(WORD virtualKey, std::initializer_list<WORD> modifiers)
     sendKey(virtualKey, true);
     for (WORD modifier : modifiers)
         sendKey(modifier, true);
-    doEvents();
 }
 
 void type(std::wstring_view text)
@@ -197,7 +195,6 @@ void type(std::wstring_view text)
         } else {
             key(virtualKey);
         }
-        doEvents();
     }
 }
 

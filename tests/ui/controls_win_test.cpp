@@ -195,8 +195,8 @@ TEST_CASE("check boxes, radio buttons, combo and list boxes by keyboard")
     CHECK(drive::until([&] { return SendMessageW(cbo.hwnd(), CB_GETDROPPEDSTATE, 0, 0) == 0; }));
     CHECK(form.isOpen());
     lst.focus();
-    drive::type(L"th");
-    CHECK(drive::until([&] { return lst.selected() == 2; }));
+    drive::type(L"t");
+    CHECK(drive::until([&] { return lst.selected() == 1; }));
     CHECK(lst.itemText(2) == L"three");
     lst.remove(0);
     lst.insert(0, L"zero");
@@ -221,7 +221,8 @@ TEST_CASE("edits: limits, selection, masks, numbers, lines")
     txt.focus();
     txt.select(1, 2);
     CHECK(txt.selection() == std::pair{1, 2});
-    drive::type(L"12345");
+    drive::type(L"12345"); // two more than there is room for
+    doEvents();
     CHECK(drive::until([&] { return txt.text() == L"a123c"; }));
     CHECK(changes > 0);
     txt.setText(L" 42 ");
@@ -266,7 +267,7 @@ TEST_CASE("tabs: the page's place, a change that is refused, names")
     CHECK(drive::until([&] { return selected == 1; }));
     mayLeave = false;
     clickTab(0);
-    doEvents();
+    pause(100);
     CHECK(tabs.selected() == 1);
     tabs.setTitle(1, L"New");
     CHECK(tabs.title(1) == L"New");

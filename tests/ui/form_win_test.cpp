@@ -19,9 +19,10 @@ int g_alive = 0;
 
 class TestForm final : public Form {
 public:
-    explicit TestForm(std::wstring title, FormKind kind = FormKind::dialog)
-        : Form("TestForm"), made{.title = std::move(title), .kind = kind}
+    explicit TestForm(std::wstring title, FormKind kind = FormKind::dialog) : Form("TestForm")
     {
+        made.title = std::move(title);
+        made.kind = kind;
         ++g_alive;
     }
     ~TestForm() override { --g_alive; }
@@ -163,6 +164,7 @@ TEST_CASE("Enter on a disabled default button does nothing")
     form.setDefaultButton(form.cmdOK);
     form.cmdOK.enable(false);
     drive::key(VK_RETURN);
+    doEvents();
     form.cmdOK.enable();
     drive::key(VK_RETURN);
     CHECK(drive::until([&] { return ok > 0; }));
@@ -180,6 +182,7 @@ TEST_CASE("Esc closes a dialog, presses its cancel button, and leaves other wind
     auto& sizable = shown(L"Sizable", FormKind::sizable);
     int ok = 0;
     drive::key(VK_ESCAPE);
+    doEvents();
     CHECK(sizable.isOpen());
     sizable.setCancelButton(sizable.cmdOK);
     sizable.onOK = [&] { ++ok; };

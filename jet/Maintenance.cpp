@@ -364,7 +364,8 @@ clsJetDatabase::Repaired repair(JetFiles& files, const std::wstring& path)
         try {
             salvageTable(*salvage, found, building.engine(), repaired);
         } catch (const JetError& error) {
-            // A second row of the same name is a stale one; a name that no table can have is damage.
+            // A second row of the same name is a stale one; a name that no table can have is
+            // damage.
             if (error.number() != jeterr::kTableExists && !isRecordError(error.number()))
                 throw;
             ++repaired.lost;

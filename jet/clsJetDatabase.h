@@ -110,8 +110,9 @@ public:
     void setIndex(std::wstring_view name);
     /// Only "=": the first record whose key equals the values, by the sort order's rules (case and
     /// trailing blanks do not count). No match: noMatch() and no current record.
-    void seek(std::wstring_view comparison, const std::vector<JetValue>& key);
     void seek(std::wstring_view comparison, std::wstring_view key);
+    /// The same for an index of several fields; the first few will do.
+    void seekFields(std::wstring_view comparison, const std::vector<JetValue>& key);
     bool noMatch() const;
 
     void moveFirst();

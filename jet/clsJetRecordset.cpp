@@ -53,7 +53,7 @@ void clsJetRecordset::setIndex(std::wstring_view name)
     throw JetError(jeterr::kNoSuchIndex, "there is no such index");
 }
 
-void clsJetRecordset::seek(std::wstring_view comparison, const std::vector<JetValue>& key)
+void clsJetRecordset::seekFields(std::wstring_view comparison, const std::vector<JetValue>& key)
 {
     jet::Table& table = walk_->live();
     if (!walk_->indexChosen)
@@ -72,7 +72,7 @@ void clsJetRecordset::seek(std::wstring_view comparison, const std::vector<JetVa
 
 void clsJetRecordset::seek(std::wstring_view comparison, std::wstring_view key)
 {
-    seek(comparison, std::vector<JetValue>{std::wstring(key)});
+    seekFields(comparison, {std::wstring(key)});
 }
 
 bool clsJetRecordset::noMatch() const

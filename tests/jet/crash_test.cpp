@@ -29,7 +29,7 @@ MemoryFiles startingPoint()
     for (const wchar_t* name : {L"A", L"B", L"C"})
         db->appendTable(descriptionTable(name));
     const auto a = db->openRecordset(L"A");
-    for (int i = 0; i < 60; ++i)
+    for (int i = 0; i < 45; ++i)
         add(*a, std::wstring(200, L'a') + std::to_wstring(1000 + 2 * i));
     const auto b = db->openRecordset(L"B");
     for (int i = 0; i < 5; ++i)
@@ -54,7 +54,7 @@ const std::vector<Operation>& operations()
     static const std::vector<Operation> all = {
         {"insert that splits a leaf", inDb([](clsJetDatabase& db) {
              const auto set = db.openRecordset(L"A");
-             add(*set, std::wstring(200, L'a') + L"1051");
+             add(*set, std::wstring(200, L'a') + L"1031");
          })},
         {"edit that moves a record", inDb([](clsJetDatabase& db) {
              const auto set = db.openRecordset(L"A");
@@ -110,7 +110,7 @@ TEST_CASE("a kill at any step leaves the state before or after")
         const long steps = whole.steps;
         bool sawBefore = false, sawAfter = false;
         // The big files are only sampled towards their middle; ends and commits lie at the borders.
-        const auto stride = [&](long at) { return at < 80 || at + 80 > steps ? 1 : 23; };
+        const auto stride = [&](long at) { return at < 50 || at + 50 > steps ? 1 : 61; };
         for (long budget = 0; budget < steps; budget += stride(budget)) {
             CAPTURE(budget);
             MemoryFiles files(start);
@@ -173,7 +173,7 @@ TEST_CASE("a disk that fails once gives 3043 and loses nothing")
         whole.steps = 0;
         operation.run(whole);
         const JetContent after = readJetFile(whole, kPath);
-        for (long budget = 0; budget < whole.steps; budget += budget < 100 ? 1 : 11) {
+        for (long budget = 0; budget < whole.steps; budget += budget < 60 ? 1 : 13) {
             CAPTURE(budget);
             MemoryFiles files(start);
             files.budget = budget;

@@ -41,7 +41,7 @@ void Aol::signOff()
     name.clear();
     play(L"goodbye");
     for (Document* document : std::vector<Document*>(documents))
-        DestroyWindow(document->hwnd());
+        document->close();
     frame->onlineChanged();
     new SignOn(true);
 }

@@ -61,6 +61,32 @@ void drawText(HDC dc, RECT area, const std::wstring& text, Face face, COLORREF c
     SelectObject(dc, former);
 }
 
+HICON makeIcon(Picture picture)
+{
+    constexpr int side = 16;
+    const HDC screen = GetDC(nullptr);
+    const HDC dc = CreateCompatibleDC(screen);
+    const HBITMAP image = CreateCompatibleBitmap(screen, side, side);
+    const HBITMAP mask = CreateBitmap(side, side, 1, 1, nullptr);
+    const RECT area{0, 0, side, side};
+    const HGDIOBJ former = SelectObject(dc, mask);
+    // Shown where the mask is 0: a disc, so that no square ground is seen around the picture.
+    PatBlt(dc, 0, 0, side, side, WHITENESS);
+    SelectObject(dc, GetStockObject(BLACK_BRUSH));
+    Ellipse(dc, 0, 0, side + 1, side + 1);
+    SelectObject(dc, image);
+    PatBlt(dc, 0, 0, side, side, BLACKNESS);
+    drawPicture(dc, area, picture);
+    SelectObject(dc, former);
+    ICONINFO info{TRUE, 0, 0, mask, image};
+    const HICON icon = CreateIconIndirect(&info);
+    DeleteObject(mask);
+    DeleteObject(image);
+    DeleteDC(dc);
+    ReleaseDC(nullptr, screen);
+    return icon;
+}
+
 BufferedPaint::BufferedPaint(HWND window) : window_(window)
 {
     BeginPaint(window, &paint_);

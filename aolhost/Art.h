@@ -41,8 +41,8 @@ enum class Picture {
     door,
     phone,
     wrench,
-    ball,
-    triangle,
+
+    emblem,
     chat,
     bigger,
     smaller,
@@ -77,6 +77,9 @@ HBRUSH pageBrush();
 void fillGradient(HDC dc, const RECT& area, COLORREF from, COLORREF to, bool vertical = true);
 void drawText(HDC dc, RECT area, const std::wstring& text, Face face, COLORREF color, UINT flags);
 void drawPicture(HDC dc, const RECT& area, Picture picture);
+
+/// A small window icon of a picture; lives as long as the program.
+HICON makeIcon(Picture picture);
 
 struct IconState {
     bool down, hot, focused, enabled;

@@ -11,7 +11,8 @@ namespace aolhost {
 namespace {
 
 constexpr const wchar_t* kHost = L"OnlineHost";
-constexpr int kSide = 150;
+constexpr int kSide = 214;
+constexpr int kTool = 66;
 constexpr COLORREF kHostColor = RGB(0, 0, 160);
 
 } // namespace
@@ -23,7 +24,7 @@ ChatRoom::Line ChatRoom::numbered(long number)
 
 ChatRoom::ChatRoom(const std::wstring& name) : name_(name), people_{aol().name}
 {
-    open(name, {640, 400}, Arrival::toFront,
+    open(name, {720, 420}, Arrival::toFront,
          aol().options.chatForm ? L"AOL_CHAT_FORM" : L"AOL Child");
     announce();
 }
@@ -96,12 +97,12 @@ void ChatRoom::layout(int width, int height)
     send_->place(side - 76, inputTop, 68, 26);
     count_->place(side + 4, 10, 26, 16);
     here_->place(side + 30, 10, kSide - 38, 16);
-    list_->place(side + 4, 30, kSide - 12, height - 30 - 120);
-    rooms_->place(side + 4, height - 84, kSide - 12, 200);
+    list_->place(side + 4, 30, kSide - 12, height - 30 - 98);
+    rooms_->place(side + 4, height - 90, kSide - 12, 200);
     x = side + 4;
     for (IconButton* tool : tools_) {
-        tool->place(x, height - 54, 46, 48);
-        x += 46;
+        tool->place(x, height - 58, kTool, 52);
+        x += kTool;
     }
 }
 

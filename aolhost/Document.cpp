@@ -15,9 +15,8 @@ constexpr UINT_PTR kBuildTimer = 1;
 
 void Document::registerClasses()
 {
-    const HICON icon = LoadIconW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(1));
-    WindowClasses::add(L"AOL Child", pageBrush(), 0, icon);
-    WindowClasses::add(L"AOL_CHAT_FORM", pageBrush(), 0, icon);
+    WindowClasses::add(L"AOL Child", pageBrush(), 0, makeIcon(Picture::emblem));
+    WindowClasses::add(L"AOL_CHAT_FORM", pageBrush(), 0, makeIcon(Picture::chat));
 }
 
 Document::~Document()
@@ -160,10 +159,6 @@ LRESULT Document::handle(UINT message, WPARAM wParam, LPARAM lParam)
             activated();
         else if (IsChild(hwnd(), GetFocus()))
             lastFocus_ = GetFocus();
-        break;
-    case WM_CLOSE:
-        if (!closing())
-            return 0;
         break;
     default: break;
     }

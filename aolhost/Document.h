@@ -29,8 +29,6 @@ protected:
     virtual void activated() {}
     /// The control that takes the focus when the document does.
     virtual HWND firstFocus() const { return nullptr; }
-    /// Its user asked to close it; false keeps it open.
-    virtual bool closing() { return true; }
 
     LRESULT handle(UINT message, WPARAM wParam, LPARAM lParam) override;
     LRESULT classDefault(UINT message, WPARAM wParam, LPARAM lParam) override;

@@ -1,6 +1,7 @@
 #include "aolhost/Frame.h"
 
 #include "aolhost/Aol.h"
+#include "aolhost/Art.h"
 #include "aolhost/Commands.h"
 #include "aolhost/Document.h"
 #include "aolhost/MenuCommands.h"
@@ -10,11 +11,30 @@
 
 namespace aolhost {
 
+namespace {
+
+/// The workspace: the system's own class, with a ground of our own.
+LRESULT CALLBACK workspaceProcedure(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam) noexcept
+{
+    static const auto former = reinterpret_cast<WNDPROC>(GetClassLongW(hwnd, GCL_WNDPROC));
+    if (message == WM_ERASEBKGND) {
+        RECT area;
+        GetClientRect(hwnd, &area);
+        fillGradient(reinterpret_cast<HDC>(wParam), area, palette::kWorkspaceTop,
+                     palette::kWorkspaceEnd);
+        return 1;
+    }
+    if (message == WM_SIZE)
+        InvalidateRect(hwnd, nullptr, TRUE);
+    return CallWindowProcW(former, hwnd, message, wParam, lParam);
+}
+
+} // namespace
+
 Frame::Frame()
 {
     static const bool registered = [] {
-        WindowClasses::add(L"AOL Frame25", nullptr, 0,
-                           LoadIconW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(1)));
+        WindowClasses::add(L"AOL Frame25", nullptr, 0, makeIcon(Picture::emblem));
         return true;
     }();
     (void)registered;
@@ -24,8 +44,8 @@ Frame::Frame()
             .style = WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN,
             .x = 20,
             .y = 20,
-            .width = 960,
-            .height = 720});
+            .width = 1000,
+            .height = 740});
     build();
 }
 
@@ -40,6 +60,7 @@ void Frame::build()
         WS_EX_CLIENTEDGE, L"MDIClient", nullptr,
         WS_CHILD | WS_VISIBLE | WS_CLIPCHILDREN | WS_CLIPSIBLINGS | WS_HSCROLL | WS_VSCROLL, 0, 0,
         0, 0, hwnd(), reinterpret_cast<HMENU>(1), GetModuleHandleW(nullptr), &wish);
+    SetWindowLongW(client_, GWL_WNDPROC, reinterpret_cast<LONG>(&workspaceProcedure));
     layout();
     onlineChanged();
 }

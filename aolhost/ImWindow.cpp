@@ -139,8 +139,8 @@ void ImWindow::layout(int width, int height)
 void ImWindow::paint(HDC dc, const RECT& area)
 {
     RECT band = area;
-    band.bottom = 26;
-    fillGradient(dc, band, palette::kSky, palette::kPage);
+    band.bottom = 5;
+    fillGradient(dc, band, palette::kBlue, palette::kSky);
 }
 
 HWND ImWindow::firstFocus() const

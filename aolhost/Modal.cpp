@@ -10,7 +10,7 @@ namespace aolhost {
 
 void Modal::registerClasses()
 {
-    WindowClasses::add(L"_AOL_Modal", pageBrush(), CS_DROPSHADOW);
+    WindowClasses::add(L"_AOL_Modal", pageBrush(), CS_DROPSHADOW, makeIcon(Picture::emblem));
 }
 
 void Modal::open(const std::wstring& caption, SIZE clientSize)
@@ -106,7 +106,7 @@ void MessageModal::about()
                      aol().words.product() + L"\r\n\r\n" + L"Version "
                          + std::to_wstring(aol().options.version)
                          + L".0\r\nA stand-in for tests and demonstrations.",
-                     Picture::triangle);
+                     Picture::emblem);
 }
 
 AttachmentsModal::AttachmentsModal(std::vector<std::wstring>& files) : files_(files)

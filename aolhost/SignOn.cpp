@@ -63,7 +63,7 @@ void SignOn::paint(HDC dc, const RECT& area)
     drawText(dc, head, goodbye_ ? aol().words.signOffWindow() : aol().words.product(), Face::title,
              RGB(255, 255, 255), DT_VCENTER | DT_SINGLELINE);
     RECT picture{40, 90, area.right / 2 - 50, area.bottom - 90};
-    drawPicture(dc, picture, Picture::triangle);
+    drawPicture(dc, picture, Picture::emblem);
 }
 
 HWND SignOn::firstFocus() const
@@ -82,15 +82,15 @@ void SignOn::signOn()
 
 Welcome::Welcome()
 {
-    open(aol().words.welcome(aol().name), {580, 400});
+    open(aol().words.welcome(aol().name), {580, 380});
 }
 
 void Welcome::build()
 {
     const Words& words = aol().words;
-    glyph_ = new Glyph(hwnd(), Picture::triangle);
+    glyph_ = new Glyph(hwnd(), Picture::emblem);
     mail_ =
-        new IconButton(hwnd(), words.tr(L"You've Got Mail"), Picture::mailRead, IconLook::action);
+        new IconButton(hwnd(), words.tr(L"You've Got Mail"), Picture::mailCenter, IconLook::action);
     mail_->onClick = [] { runMenuCommand(kReadMail); };
     chat_ = new IconButton(hwnd(), words.tr(L"Chat"), Picture::chat, IconLook::action);
     chat_->onClick = [] { runMenuCommand(kChatRoom); };
@@ -99,13 +99,13 @@ void Welcome::build()
     today_ = new Control(hwnd(), Control::Kind::text, words.tr(L"Today on AOL"), true);
 }
 
-void Welcome::layout(int width, int)
+void Welcome::layout(int width, int height)
 {
-    glyph_->place(width - 120, 84, 96, 96);
-    mail_->place(20, 90, 110, 60);
-    chat_->place(20, 160, 110, 60);
-    buddies_->place(20, 230, 110, 60);
-    today_->place(160, 96, width - 300, 18);
+    mail_->place(16, 84, 126, 60);
+    chat_->place(16, 154, 126, 60);
+    buddies_->place(16, 224, 126, 60);
+    today_->place(180, 92, width - 330, 18);
+    glyph_->place(width - 124, height - 124, 96, 96);
 }
 
 void Welcome::paint(HDC dc, const RECT& area)
@@ -115,6 +115,24 @@ void Welcome::paint(HDC dc, const RECT& area)
     fillGradient(dc, head, palette::kBlue, palette::kDeepBlue);
     head.left = 24;
     drawText(dc, head, text(), Face::title, RGB(255, 255, 255), DT_VCENTER | DT_SINGLELINE);
+    RECT column = area;
+    column.top = 64;
+    column.right = 158;
+    fillGradient(dc, column, RGB(214, 226, 246), palette::kSky);
+    const struct {
+        Picture picture;
+        const wchar_t* text;
+    } lines[] = {{Picture::star, L"Trivia night in Town Square at 9"},
+                 {Picture::globe, L"New: rooms for gardeners"},
+                 {Picture::heart, L"Send a friend a sound"}};
+    int y = 122;
+    for (const auto& line : lines) {
+        const RECT image{180, y, 206, y + 26};
+        drawPicture(dc, image, line.picture);
+        drawText(dc, {216, y, area.right - 16, y + 26}, line.text, Face::normal, palette::kText,
+                 DT_VCENTER | DT_SINGLELINE);
+        y += 38;
+    }
 }
 
 } // namespace aolhost

@@ -91,18 +91,16 @@ protected:
     }
 
 private:
-    static void post(UINT command)
+    void post(UINT command) const
     {
-        PostMessageW(GetAncestor(GetActiveWindow(), GA_ROOT), WM_COMMAND, command, 0);
+        PostMessageW(GetAncestor(hwnd(), GA_ROOT), WM_COMMAND, command, 0);
     }
 
     void addButton(const Button& button)
     {
         auto* icon = new IconButton(hwnd(), aol().words.tr(button.caption), button.picture,
                                     IconLook::toolbar);
-        icon->onClick = [this, command = button.command] {
-            PostMessageW(GetAncestor(hwnd(), GA_ROOT), WM_COMMAND, command, 0);
-        };
+        icon->onClick = [this, command = button.command] { post(command); };
         icons_.push_back(icon);
     }
 

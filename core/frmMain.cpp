@@ -18,7 +18,7 @@ FormOptions frmMain::options() const
 
 void frmMain::onCreate()
 {
-    lblTitle.create(*this, std::wstring(L"Loading ") + kProductName);
+    lblTitle.create(*this, kProgramFolderName);
     lblTitle.setFont(uiFont({.bold = true, .scale = 130}));
     lblStatus.create(*this, L"");
     pgbLoading.create(*this, 100);

@@ -151,7 +151,11 @@ public:
         return path.empty() ? process->name : path;
     }
 
-    int message(const std::wstring& prompt, int style) override { return MsgBoxEx(prompt, style); }
+    int message(const std::wstring& prompt, int style) override
+    {
+        loadBoxOptions();
+        return MsgBoxEx(prompt, style);
+    }
     void pause(unsigned long milliseconds) override { velora::pause(milliseconds); }
 
     bool fileExists(const std::wstring& path) override { return velora::fileExists(path); }
@@ -206,7 +210,11 @@ public:
     bool takeRunningAol() override { return AOLIsRunning(); }
     void detectEdition() override { DetectAolEdition(); }
     bool startAol() override { return StartAOL(); }
-    bool askAolFolder() override { return GetAOLPath(); }
+    bool askAolFolder() override
+    {
+        loadBoxOptions();
+        return GetAOLPath();
+    }
     bool readAolVersion() override { return GetAOLVersion(); }
     int aolVersion() override { return aol().version; }
     bool readScreenNames() override { return MSNCheck(); }
@@ -231,6 +239,16 @@ public:
     bool cancelled() override { return messageLoopQuits(); }
 
     void initProgram() override { InitProgram(); }
+
+private:
+    /// Boxes close by themselves or not as the user has chosen, also those that come before the
+    /// settings are loaded.
+    void loadBoxOptions()
+    {
+        if (!std::exchange(boxOptionsLoaded_, true))
+            LoadSettings();
+    }
+    bool boxOptionsLoaded_ = false;
 };
 
 // --- Shutdown ---------------------------------------------------------------------------------

@@ -122,6 +122,9 @@ wine_prefix() {
     mkdir -p "$(dirname "$WINEPREFIX")"
     cp -a --reflink=auto "$template" "$WINEPREFIX.new" \
         || die "the Wine prefix could not be copied" "is there 1 GB free on this disk?"
+    # Child windows' title bar buttons are drawn with this font, which Wine does not find where Debian
+    # puts it; without it they show letters.
+    cp -n /usr/share/wine/fonts/marlett.ttf "$WINEPREFIX.new/drive_c/windows/Fonts/" 2>/dev/null || true
     mv "$WINEPREFIX.new" "$WINEPREFIX"
 }
 

@@ -20,6 +20,7 @@ namespace {
 constexpr char kModule[] = "modAOL";
 constexpr DWORD kWindowLimit = 10000; ///< for a window that AOL shall open
 constexpr DWORD kModalLimit = 5000;
+constexpr DWORD kButtonLimit = 3000;
 constexpr DWORD kAboutPause = 200;
 /// The place of "Write" among the toolbar's icons.
 constexpr int kWriteIcon = 2;
@@ -58,6 +59,15 @@ HWND newChild(const std::wstring& caption, const std::vector<HWND>& known)
         if (hasClass(child, L"AOL Child")
             && std::find(known.begin(), known.end(), child) == known.end())
             return child;
+    return nullptr;
+}
+
+HWND attachButton(HWND mail)
+{
+    const std::wstring caption = attachCaption(aol().edition);
+    for (int which = 1; const HWND icon = FindChildByClass(mail, L"_AOL_Icon", which); ++which)
+        if (windowCaption(icon).starts_with(caption))
+            return icon;
     return nullptr;
 }
 
@@ -164,11 +174,9 @@ HWND AOL_OpenAttachments(HWND mail)
         kModule,
         [&]() -> HWND {
             const std::wstring name = kProductName;
-            const std::wstring caption = attachCaption(aol().edition);
+            // The fields of a mail window may stand there before its buttons do.
             HWND button = nullptr;
-            for (int i = 1; const HWND icon = FindChildByClass(mail, L"_AOL_Icon", i); ++i)
-                if (!button && windowCaption(icon).starts_with(caption))
-                    button = icon;
+            waitUntil([&] { return (button = attachButton(mail)) != nullptr; }, kButtonLimit);
             if (!button || !clickAolIcon(button)) {
                 MsgBoxEx(name
                              + L" was unable to click the ~B~CRAttach~B~CN button.~B ~BPlease try "

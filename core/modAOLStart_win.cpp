@@ -63,12 +63,12 @@ int CALLBACK folderCallback(HWND window, UINT message, LPARAM, LPARAM start) noe
 std::wstring chooseFolder(const std::wstring& start)
 {
     const bool com = SUCCEEDED(CoInitialize(nullptr));
-    wchar_t title[] = L"Velora - AOL folder";
+    const wchar_t title[] = L"The folder of your AOL:";
     wchar_t path[MAX_PATH] = {};
     BROWSEINFOW browse{};
     browse.hwndOwner = GetActiveWindow();
     browse.lpszTitle = title;
-    browse.ulFlags = BIF_RETURNONLYFSDIRS;
+    browse.ulFlags = BIF_RETURNONLYFSDIRS | BIF_NEWDIALOGSTYLE | BIF_NONEWFOLDERBUTTON;
     browse.lpfn = folderCallback;
     browse.lParam = start.empty() ? 0 : reinterpret_cast<LPARAM>(start.c_str());
     std::wstring folder;

@@ -35,18 +35,7 @@ AolHost::Options folderOnly(int edition = 0, int version = 5)
     return options;
 }
 
-/// Presses a button of the folder window once it is there.
-struct FolderWindow {
-    drive::Script script;
-    explicit FolderWindow(const wchar_t* button)
-        : script([button] {
-              const HWND window = drive::window(L"Browse for Folder");
-              REQUIRE(window);
-              CHECK(drive::press(window, button));
-          })
-    {
-    }
-};
+constexpr wchar_t kFolderWindow[] = L"Browse for Folder";
 
 /// Ends the AOL that start-up started.
 void endAol()
@@ -169,7 +158,7 @@ TEST_CASE("the user chooses AOL's folder, and it is remembered")
         // The folder window begins at the folder that was known.
         aol().folder = folder.folder();
         Answer answer;
-        FolderWindow window(L"OK");
+        Answer window(L"OK", kFolderWindow);
         CHECK(GetAOLPath());
         CHECK(answer.said(L"Velora needs to know the location of your current AOL folder so it can "
                           L"start AOL for you."));
@@ -178,10 +167,16 @@ TEST_CASE("the user chooses AOL's folder, and it is remembered")
     }
     SUBCASE("cancelled")
     {
-        const auto cancelled = std::make_unique<Answer>();
-        FolderWindow window(L"Cancel");
+        // A folder that holds no AOL is asked for as well.
+        const std::wstring other = folder.folder() + L"\\sounds";
+        aol().folder = other;
+        Answer ask(L"OK", L"Velora", L"needs to know");
+        Answer window(L"Cancel", kFolderWindow);
+        Answer refusal(L"OK", L"Velora", L"requires a path to your AOL Directory to function");
         CHECK_FALSE(StartAOL());
-        CHECK(aol().folder == L"");
+        CHECK(ask.came());
+        CHECK(refusal.said(L"Aborting Startup!"));
+        CHECK(aol().folder == other);
         CHECK(fresh.settings.store->data[L""].empty());
     }
 }

@@ -4,53 +4,68 @@
 
 #include <doctest/doctest.h>
 
+#include <map>
 #include <string>
 #include <string_view>
 
 namespace velora::test {
 
-/// Answers the next message box of ours by a button, once it is there; whatever is waited for
-/// before it goes on undisturbed. Make it before the call that shows the box.
+/// Answers the next window with this caption (a message box of ours, or the system's folder window)
+/// by a button, once it is there and says `part`; whatever is waited for before it goes on
+/// undisturbed. Make it before the call that shows the window.
 class Answer {
 public:
-    explicit Answer(const wchar_t* button = L"OK") : button_(button)
+    explicit Answer(const wchar_t* button = L"OK", const wchar_t* caption = L"Velora",
+                    const wchar_t* part = L"")
+        : button_(button), caption_(caption), part_(part), timer_(SetTimer(nullptr, 0, 20, tick))
     {
-        waiting() = this;
-        timer_ = SetTimer(nullptr, 0, 20, tick);
+        waiting()[timer_] = this;
     }
     ~Answer()
     {
         KillTimer(nullptr, timer_);
-        waiting() = nullptr;
+        waiting().erase(timer_);
     }
     Answer(const Answer&) = delete;
     Answer& operator=(const Answer&) = delete;
 
-    /// True when the box said so, the markup left out.
+    /// True when the window came and said so, the markup left out.
     bool said(std::wstring_view part) const { return shown_.find(part) != shown_.npos; }
+    bool came() const { return came_; }
 
 private:
-    static Answer*& waiting()
+    static std::map<UINT_PTR, Answer*>& waiting()
     {
-        static Answer* answer = nullptr;
-        return answer;
+        static std::map<UINT_PTR, Answer*> answers;
+        return answers;
     }
     static void CALLBACK tick(HWND, UINT, UINT_PTR timer, DWORD) noexcept
     {
-        const HWND box = FindWindowW(nullptr, L"Velora");
-        Answer* const self = waiting();
-        if (!self || !box || !IsWindowVisible(box))
+        const auto found = waiting().find(timer);
+        if (found == waiting().end())
             return;
-        // Pressing pumps: the box is answered only once.
+        Answer& self = *found->second;
+        const HWND window = FindWindowW(nullptr, self.caption_);
+        if (!window || !IsWindowVisible(window))
+            return;
+        std::wstring texts;
+        for (const HWND child : drive::children(window))
+            texts += drive::text(child) + L"\n";
+        if (texts.find(self.part_) == texts.npos)
+            return;
+        self.shown_ = texts;
+        self.came_ = true;
+        // Pressing pumps: the window is answered only once.
         KillTimer(nullptr, timer);
-        for (const HWND child : drive::children(box))
-            self->shown_ += drive::text(child) + L"\n";
-        CHECK(drive::press(box, self->button_));
+        CHECK(drive::press(window, self.button_));
     }
 
     const wchar_t* button_;
-    UINT_PTR timer_ = 0;
+    const wchar_t* caption_;
+    const wchar_t* part_;
+    bool came_ = false;
     std::wstring shown_;
+    UINT_PTR timer_;
 };
 
 } // namespace velora::test

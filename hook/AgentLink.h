@@ -20,6 +20,13 @@ struct PopupLocator {
     std::wstring holdsCaption;
 };
 
+/// What the agent has counted since the connection was made.
+struct AgentCounters {
+    unsigned questions = 0;  ///< verdicts asked for
+    unsigned timeouts = 0;   ///< of them, not answered in time
+    unsigned lostEvents = 0; ///< posted events that found the queue full
+};
+
 class WindowHook;
 class AgentImpl;
 
@@ -50,6 +57,7 @@ public:
     /// Signalled when AOL ends (SYNCHRONIZE right); 0 when not connected.
     HANDLE aolProcess() const;
     HWND frame() const;
+    AgentCounters counters() const;
 
     // Reading. One message to AOL each, whatever the length.
     /// Display lines from number `first` (from 0) on, at most `most` of them.

@@ -157,6 +157,14 @@ HWND AgentLink::frame() const
     return impl_->frame_;
 }
 
+AgentCounters AgentLink::counters() const
+{
+    const wire::Section* section = impl_->section();
+    if (!section)
+        return {};
+    return {section->questions, section->timeouts, section->lostEvents};
+}
+
 void AgentLink::noteBusy()
 {
     impl_->noteBusy();

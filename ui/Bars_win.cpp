@@ -55,7 +55,7 @@ void TrackBar::onScroll()
 
 void TabStrip::create(Form& form, const std::vector<std::wstring>& titles)
 {
-    createWindow(form, WC_TABCONTROLW, L"", WS_TABSTOP | WS_CLIPSIBLINGS | TCS_FOCUSNEVER);
+    createWindow(form, WC_TABCONTROLW, L"", WS_TABSTOP | WS_CLIPSIBLINGS);
     for (const auto& title : titles)
         insert(count(), title);
 }
@@ -129,6 +129,19 @@ Rect TabStrip::pageRect() const
     RECT r = toRECT(place());
     send(TCM_ADJUSTRECT, FALSE, reinterpret_cast<LPARAM>(&r));
     return fromRECT(r);
+}
+
+void TabStrip::showPage(Form& page)
+{
+    const Rect r = pageRect();
+    // Just above the strip, or the strip would paint over it; not above all, or the Tab key would
+    // come to the page before the controls ahead of it.
+    const HWND above = GetWindow(hwnd(), GW_HWNDPREV);
+    if (above != page.hwnd())
+        SetWindowPos(page.hwnd(), above ? above : HWND_TOP, 0, 0, 0, 0,
+                     SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+    page.setPlace(r);
+    page.show();
 }
 
 LRESULT TabStrip::onNotify(NMHDR& header)

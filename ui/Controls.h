@@ -202,6 +202,9 @@ public:
     int hit(Point screen) const;
     /// The inner area in the form's coordinates.
     Rect pageRect() const;
+    /// Puts a page (FormKind::child) into the inner area and shows it. The form hides the one
+    /// before, and calls this again in onSize.
+    void showPage(Form& page);
     std::function<void()> onSelect;
     /// False keeps the present page.
     std::function<bool()> onLeave;

@@ -39,7 +39,7 @@ struct FormOptions {
     HWND owner = nullptr;
     /// Inner size; 0 = what the layout asks for.
     Size client;
-    /// Place on the screen; absent = in the middle of the owner's monitor.
+    /// Place on the screen (not for children); absent = in the middle of the owner's monitor.
     std::optional<Rect> place;
     bool topmost = false;
     /// Shown and raised without taking the focus (alerts, panels); a click does not activate it
@@ -96,7 +96,8 @@ public:
     std::wstring title() const;
     void setTitle(std::wstring_view title);
     Rect place() const;
-    void setPlace(const Rect& screen);
+    /// On the screen; of a child: in its parent.
+    void setPlace(const Rect& place);
     /// Lays the controls out anew (after a text changed or a control was hidden).
     void relayout();
     /// Sizes the window to what its layout asks for; keeps the middle where it is.

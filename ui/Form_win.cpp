@@ -244,10 +244,10 @@ Rect Form::place() const
     return fromRECT(placement.rcNormalPosition);
 }
 
-void Form::setPlace(const Rect& screen)
+void Form::setPlace(const Rect& place)
 {
     if (hwnd_)
-        SetWindowPos(hwnd_, nullptr, screen.left, screen.top, screen.width(), screen.height(),
+        SetWindowPos(hwnd_, nullptr, place.left, place.top, place.width(), place.height(),
                      SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
@@ -272,10 +272,11 @@ void Form::show(bool visible)
                      SWP_HIDEWINDOW | SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
         return;
     }
-    if (made_.kind == FormKind::child || !takesFocus())
-        // A page lies above the tab strip that it belongs to; a panel above the frame.
-        SetWindowPos(hwnd_, HWND_TOP, 0, 0, 0, 0,
-                     SWP_SHOWWINDOW | SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+    constexpr UINT kOnlyShow = SWP_SHOWWINDOW | SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE;
+    if (made_.kind == FormKind::child)
+        SetWindowPos(hwnd_, nullptr, 0, 0, 0, 0, kOnlyShow | SWP_NOZORDER);
+    else if (!takesFocus())
+        SetWindowPos(hwnd_, HWND_TOP, 0, 0, 0, 0, kOnlyShow);
     else
         ShowWindow(hwnd_, SW_SHOW);
 }

@@ -2,6 +2,7 @@
 #include "core/MsgBoxEx.h"
 #include "core/frmMsg.h"
 #include "settings/Options.h"
+#include "support/aolhost_win.h"
 #include "support/drive_win.h"
 #include "ui/MessageLoop.h"
 #include "ui/WinGeometry.h"
@@ -264,6 +265,43 @@ TEST_CASE("a box shuts out our forms and gives the harmless answer when the prog
         CHECK(boxAnswer(style, [](HWND) { Form::unloadAll(); }) == harmless);
     CHECK(boxAnswer(4, [](HWND) { quitMessageLoop(3); }) == kAnswerNo);
     CHECK(runMessageLoop() == 3); // the end is not lost with the box
+}
+
+TEST_CASE("a box over AOL lives on while AOL hangs, and never disables AOL")
+{
+    // A form of ours that AOL's frame owns, as the toolbar's windows are.
+    class OverAol final : public Form {
+    public:
+        explicit OverAol(HWND frame) : Form("OverAol"), frame_(frame) {}
+
+    private:
+        FormOptions options() const override
+        {
+            FormOptions options;
+            options.title = L"Over AOL";
+            options.owner = frame_;
+            options.client = {200, 100};
+            return options;
+        }
+        HWND frame_;
+    };
+    const AutoClose off(false);
+    test::AolHost aol;
+    OverAol form(aol.frame());
+    form.create();
+    form.show();
+    CHECK(drive::activate(form.hwnd()));
+    const int answer = boxAnswer(4, [&](HWND box) {
+        CHECK(GetWindow(box, GW_OWNER) == nullptr); // no tie to AOL's input
+        CHECK(IsWindowEnabled(aol.frame()));
+        CHECK(!IsWindowEnabled(form.hwnd()));
+        aol.command(L"hang 6000");
+        CHECK(drive::press(box, L"No"));
+    });
+    CHECK(answer == kAnswerNo);
+    // Answered while AOL still hung.
+    DWORD_PTR alive = 0;
+    CHECK(!SendMessageTimeoutW(aol.frame(), WM_NULL, 0, 0, SMTO_ABORTIFHUNG, 100, &alive));
 }
 
 TEST_CASE("system-modal is topmost")

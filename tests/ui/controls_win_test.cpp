@@ -49,7 +49,9 @@ TEST_CASE("a list of 100,000 rows asks only for what it shows, finds, selects an
     Button cmdOK;
     g_getText = 0;
     int ok = 0, opened = -1, changes = 0;
-    const auto rowText = [](int row) {
+    const auto rowText = [](int row) -> std::wstring {
+        if (row == 12300)
+            return L"zebra";
         std::wstring number = std::to_wstring(row);
         return L"s" + std::wstring(6 - number.size(), L'0') + number;
     };
@@ -78,7 +80,13 @@ TEST_CASE("a list of 100,000 rows asks only for what it shows, finds, selects an
     CHECK(list.focusedRow() == 99999);
     CHECK(drive::until([&] { return changes == 1; })); // one notice, however many the list sends
 
-    drive::type(L"s0123");
+    LVFINDINFOW what = {};
+    what.flags = LVFI_PARTIAL;
+    what.psz = L"S01234"; // what a user has typed in quick succession
+    CHECK(SendMessageW(list.hwnd(), LVM_FINDITEMW, static_cast<WPARAM>(-1),
+                       reinterpret_cast<LPARAM>(&what))
+          == 12340);
+    drive::type(L"z");
     CHECK(drive::until([&] { return list.selected() == 12300; }));
     drive::key(VK_RETURN);
     CHECK(drive::until([&] { return opened == 12300; }));
@@ -275,6 +283,57 @@ TEST_CASE("tabs: the page's place, a change that is refused, names")
     CHECK(tabs.title(2) == L"New");
     tabs.remove(0);
     CHECK(tabs.count() == 2);
+}
+
+TEST_CASE("a page lies in its strip, and the Tab key comes to it in its place")
+{
+    class Page final : public Form {
+    public:
+        explicit Page(HWND parent) : Form("Page"), parent_(parent) { create(); }
+        Edit txtInside;
+
+    private:
+        FormOptions options() const override
+        {
+            FormOptions options;
+            options.kind = FormKind::child;
+            options.owner = parent_;
+            return options;
+        }
+        void onCreate() override
+        {
+            txtInside.create(*this, L"inside");
+            setLayout(rows({txtInside}).margins());
+        }
+        HWND parent_;
+    };
+    Edit txtBefore;
+    TabStrip tabs;
+    Button cmdOK;
+    int ok = 0;
+    ControlForm form([&](Form& f) {
+        txtBefore.create(f, L"before");
+        tabs.create(f, {L"First", L"Second"});
+        cmdOK.create(f, L"OK", [&] { ++ok; });
+        f.setDefaultButton(cmdOK);
+        return rows({txtBefore, grow(tabs), cmdOK});
+    });
+    Page page(form.hwnd());
+    tabs.showPage(page);
+    CHECK(windowRect(page.hwnd()).size() == tabs.pageRect().size());
+    CHECK(page.txtInside.place().width() == tabs.pageRect().width() - 2 * kMargin);
+    // Not covered by the strip.
+    const Rect r = windowRect(page.txtInside.hwnd());
+    CHECK(WindowFromPoint({r.left + 5, r.top + 5}) == page.txtInside.hwnd());
+    txtBefore.focus();
+    drive::key(VK_TAB);
+    CHECK(drive::until([&] { return page.txtInside.focused(); }));
+    drive::key(VK_RETURN); // the default button of the form around the page
+    CHECK(drive::until([&] { return ok == 1; }));
+    drive::key(VK_TAB);
+    CHECK(drive::until([&] { return tabs.focused(); }));
+    drive::key(VK_RIGHT);
+    CHECK(drive::until([&] { return tabs.selected() == 1; }));
 }
 
 TEST_CASE("track bar, progress bar, rich text, tips")

@@ -3,11 +3,12 @@
 #include "base/trap.h"
 #include "settings/Options.h"
 #include "settings/clsRegistry.h"
+#include "support/denied_win.h"
 
-#include <aclapi.h>
 #include <doctest/doctest.h>
 
 using namespace velora;
+using velora::test::Denied;
 
 namespace {
 
@@ -63,44 +64,6 @@ struct Store : Scratch {
         setSettingsStore(nullptr);
         LoadSettings();
     }
-};
-
-/// Takes the right to write (or every right) from a key until it is destroyed.
-class Denied {
-public:
-    Denied(const std::wstring& path, DWORD rights) : path_(path)
-    {
-        EXPLICIT_ACCESSW entries[2] = {};
-        wchar_t everyone[] = L"EVERYONE";
-        for (auto& entry : entries) {
-            entry.Trustee.TrusteeForm = TRUSTEE_IS_NAME;
-            entry.Trustee.ptstrName = everyone;
-            entry.grfInheritance = NO_INHERITANCE;
-        }
-        entries[0].grfAccessMode = DENY_ACCESS;
-        entries[0].grfAccessPermissions = rights;
-        entries[1].grfAccessMode = GRANT_ACCESS;
-        entries[1].grfAccessPermissions = KEY_ALL_ACCESS;
-        PACL list = nullptr;
-        REQUIRE(SetEntriesInAclW(2, entries, nullptr, &list) == ERROR_SUCCESS);
-        apply(list);
-        LocalFree(list);
-    }
-    ~Denied() { apply(nullptr); }
-
-private:
-    void apply(PACL list)
-    {
-        SECURITY_DESCRIPTOR descriptor;
-        InitializeSecurityDescriptor(&descriptor, SECURITY_DESCRIPTOR_REVISION);
-        SetSecurityDescriptorDacl(&descriptor, TRUE, list, FALSE);
-        HKEY key = nullptr;
-        if (RegOpenKeyExW(HKEY_CURRENT_USER, path_.c_str(), 0, WRITE_DAC, &key) == ERROR_SUCCESS) {
-            const RegistryKey owner(key);
-            RegSetKeySecurity(key, DACL_SECURITY_INFORMATION, &descriptor);
-        }
-    }
-    std::wstring path_;
 };
 
 std::string reasonOf(const std::function<void()>& act, unsigned long* code = nullptr)

@@ -16,7 +16,7 @@ constexpr std::size_t kUnsettledLine = 251;
 /// What is asked for beyond the previous section: room for the line that the cut may halve and for
 /// some new ones. More than that came at once only in a burst.
 constexpr std::size_t kTailMargin = 3096;
-constexpr std::size_t kLongestTail = 1u << 20;
+constexpr std::size_t kLongestTail = 1u << 18;
 
 constexpr std::wstring_view kLineEnds = L"\r\n\v";
 

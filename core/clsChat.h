@@ -24,7 +24,7 @@ public:
     virtual ~ChatDisplay() = default;
     /// The end of the display's text, about `characters` characters long.
     virtual std::optional<Tail> tail(std::size_t characters) = 0;
-    /// All of it.
+    /// All of it, as far as the display reads at all.
     virtual std::optional<std::wstring> whole() = 0;
 };
 

@@ -213,8 +213,8 @@ bool StartAOL()
                 return false;
             DetectAolEdition();
             if (!AOLWindow()) {
-                runAol(aol().folder);
-                if (!waitUntil([] { return AOLWindow() != nullptr; }, kFrameLimit))
+                if (!runAol(aol().folder)
+                    || !waitUntil([] { return AOLWindow() != nullptr; }, kFrameLimit))
                     return refuseNoWindow();
             }
             if (waitUntil(signOnShown, kSignOnLimit))

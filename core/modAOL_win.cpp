@@ -34,10 +34,11 @@ bool ownedByAol(HWND window)
     if (window == known.window && process == known.process)
         return known.aol;
     clsProcesses processes;
+    if (!processes.GetProcessInformation())
+        return false;
     bool isAol = false;
-    if (processes.GetProcessInformation())
-        for (const ProcessInfo& info : processes.list())
-            isAol |= info.id == process && equalNoCase(info.name, L"waol.exe");
+    for (const ProcessInfo& info : processes.list())
+        isAol |= info.id == process && equalNoCase(info.name, L"waol.exe");
     known = {window, process, isAol};
     return isAol;
 }

@@ -10,15 +10,8 @@ namespace velora {
 
 namespace {
 
-/// How many characters the control holds, its line ends counted as one each: that is how it counts
-/// what it is asked for.
-std::size_t controlLength(const std::wstring& text)
-{
-    std::size_t pairs = 0;
-    for (std::size_t at = text.find(L"\r\n"); at != text.npos; at = text.find(L"\r\n", at + 2))
-        ++pairs;
-    return text.size() - pairs;
-}
+/// More than this of a display is never read: AOL cuts its displays long before.
+constexpr int kMostText = 500000;
 
 class RoomDisplay final : public ChatDisplay {
 public:
@@ -38,7 +31,9 @@ public:
         auto text = aolLink().readTail(display, static_cast<int>(characters), kAolTimerTimeout);
         if (!text)
             return std::nullopt;
-        const bool whole = controlLength(*text) < characters;
+        // A control counts a line end as one or two characters, here it is always two: a cut tail
+        // is never shorter than what was asked for.
+        const bool whole = text->size() < characters;
         return Tail{std::move(*text), whole};
     }
 
@@ -47,7 +42,7 @@ public:
         const HWND display = find();
         if (!display)
             return std::nullopt;
-        return aolLink().connected() ? aolLink().readText(display) : aolText(display);
+        return aolLink().connected() ? aolLink().readTail(display, kMostText) : aolText(display);
     }
 
 private:

@@ -134,6 +134,11 @@ void setUnits(wire::Bulk& bulk, int units)
 /// Where the text ends, in the control's own positions.
 int textEnd(HWND edit)
 {
+    // Rich edits from version 2 on know it at once; asking for the last line walks all of them.
+    GETTEXTLENGTHEX how = {GTL_NUMCHARS | GTL_PRECISE, 1200};
+    const int length = ask(edit, EM_GETTEXTLENGTHEX, reinterpret_cast<WPARAM>(&how));
+    if (length > 0)
+        return length;
     const int start = ask(edit, EM_LINEINDEX, ask(edit, EM_GETLINECOUNT) - 1);
     return start < 0 ? 0 : start + ask(edit, EM_LINELENGTH, start);
 }

@@ -278,6 +278,12 @@ const Command kCommands[] = {
          aol().openKeyword(a);
          return Answer();
      }},
+    {L"build",
+     [](const std::wstring&) {
+         for (Document* document : std::vector<Document*>(aol().documents))
+             document->buildWaiting();
+         return Answer();
+     }},
     {L"documents", documents},
     {L"activate",
      [](const std::wstring& a) {

@@ -79,6 +79,13 @@ void Document::buildNow()
         SetFocus(firstFocus());
 }
 
+void Document::buildWaiting()
+{
+    KillTimer(hwnd(), kBuildTimer);
+    if (!built_)
+        buildNow();
+}
+
 void Document::relayout()
 {
     const RECT area = client();
@@ -117,8 +124,7 @@ LRESULT Document::handle(UINT message, WPARAM wParam, LPARAM lParam)
     switch (message) {
     case WM_TIMER:
         if (wParam == kBuildTimer) {
-            KillTimer(hwnd(), kBuildTimer);
-            buildNow();
+            buildWaiting();
             return 0;
         }
         break;

@@ -12,6 +12,8 @@ public:
     static void registerClasses();
 
     bool built() const { return built_; }
+    /// Builds the controls that were to come later.
+    void buildWaiting();
     void activate();
     /// In front of the other documents, with AOL itself in front.
     bool inFront() const;

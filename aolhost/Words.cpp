@@ -51,7 +51,7 @@ const Entry kWords[] = {
     {L"Setup", L"Einstellungen", L"Réglages"},
     {L"Access Numbers", L"Zugangsnummern", L"Numéros d'accès"},
     {L"people here", L"Personen hier", L"personnes ici"},
-    {L"Find a Chat", L"Chat suchen", L"Chercher un salon"},
+    {L"Find a Chat", L"Chat suchen", L"Autre salon"},
     {L"Private Chat", L"Privater Chat", L"Salon privé"},
     {L"Notify AOL", L"AOL benachrichtigen", L"Prévenir AOL"},
     {L"Chat Rooms", L"Chaträume", L"Salons"},

@@ -88,6 +88,7 @@ TEST_CASE("the Enter key sends once and leaves no line end, whichever of its mes
 {
     for (const wchar_t* way : {L"char", L"keydown"}) {
         CAPTURE(way);
+        const bool onChar = way[0] == L'c';
         AolHost aol;
         aol.command(std::wstring(L"enter ") + way);
         aol.enterRoom();
@@ -97,10 +98,17 @@ TEST_CASE("the Enter key sends once and leaves no line end, whichever of its mes
         PostMessageW(input, WM_KEYDOWN, VK_RETURN, 0x001C0001);
         PostMessageW(input, WM_KEYUP, VK_RETURN, static_cast<LPARAM>(0xC01C0001));
         CHECK(waitFor([&] { return !aol.sent().empty(); }));
+        CHECK(textOf(input).empty());
         setText(input, L"twice");
         SendMessageW(input, WM_CHAR, VK_RETURN, 0);
         CHECK(aol.sent() == std::vector<std::wstring>{L"once", L"twice"});
-        CHECK(textOf(input).empty());
+
+        setText(input, L"down");
+        SendMessageW(input, WM_KEYDOWN, VK_RETURN, 0x001C0001);
+        CHECK(aol.sent().size() == (onChar ? 2 : 3));
+        setText(input, L"character");
+        SendMessageW(input, WM_CHAR, VK_RETURN, 0x001C0001);
+        CHECK(aol.sent().back() == (onChar ? L"character" : L"down"));
     }
 }
 
@@ -132,16 +140,20 @@ TEST_CASE("each line is followed by one notice, sent or posted, through every wa
 TEST_CASE("a room built late exists without controls and then shows what was said before")
 {
     AolHost::Options options;
-    options.lateMs = 600;
+    options.lateMs = 600000;
     AolHost aol(options);
     aol.command(L"room Town Square");
     aol.command(L"say Rose3: early");
     const HWND room = aol.document(L"Town Square");
     REQUIRE(room);
-    if (aol.status()[L"built"] == L"0")
-        CHECK(childrenOf(room).empty());
-    CHECK(waitFor([&] { return aol.status()[L"built"] == L"1"; }));
+    CHECK(aol.status()[L"built"] == L"0");
+    CHECK(childrenOf(room).empty());
+    aol.command(L"build");
+    CHECK(aol.status()[L"built"] == L"1");
     CHECK(aol.display() == std::wstring(kEntry) + L"\r\nRose3:\tearly");
+    aol.command(L"late 30");
+    aol.command(L"room Lobby");
+    CHECK(waitFor([&] { return aol.status()[L"built"] == L"1"; }));
 }
 
 TEST_CASE("long lines wrap, a long display loses its oldest whole lines")

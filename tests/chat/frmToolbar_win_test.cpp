@@ -1,0 +1,150 @@
+#include "chat/frmToolbar.h"
+
+#include "core/modAOL.h"
+#include "settings/Options.h"
+#include "support/drive_win.h"
+#include "support/toolbar_win.h"
+#include "ui/WinGeometry.h"
+
+#include <doctest/doctest.h>
+
+using namespace velora;
+using namespace velora::test;
+
+namespace {
+
+/// The panel's upper right corner as seen from the frame's.
+Point corner(const ToolbarBench& bench)
+{
+    const Rect frame = windowRect(bench.host.frame());
+    const Rect panel = windowRect(frmToolbar::instance()->hwnd());
+    return {frame.right - panel.right, panel.top - frame.top};
+}
+
+void moveFrame(const ToolbarBench& bench, int x, int y, int width, int height)
+{
+    SetWindowPos(bench.host.frame(), nullptr, x, y, width, height,
+                 SWP_NOZORDER | SWP_NOACTIVATE | SWP_ASYNCWINDOWPOS);
+    REQUIRE(waitFor([&] {
+        return windowRect(bench.host.frame()) == Rect{x, y, x + width, y + height};
+    }));
+}
+
+} // namespace
+
+TEST_CASE("the panel lies over AOL's frame, follows it and hides with it")
+{
+    ToolbarBench bench;
+    const HWND panel = bench.load().hwnd();
+    CHECK(GetWindow(panel, GW_OWNER) == bench.host.frame());
+    const LONG style = GetWindowLongW(panel, GWL_EXSTYLE);
+    CHECK((style & WS_EX_TOOLWINDOW) != 0);
+    CHECK((style & WS_EX_NOACTIVATE) != 0);
+    for (const wchar_t* name : {L"Wav List", L"Menu"})
+        CHECK(drive::child(panel, name) != nullptr);
+
+    moveFrame(bench, 40, 60, 800, 600);
+    const Point place = corner(bench);
+    CHECK(place.x > 0);
+    CHECK(place.y > 0);
+    for (const Rect& next : {Rect{200, 120, 1000, 720}, Rect{10, 30, 1110, 830}}) {
+        moveFrame(bench, next.left, next.top, next.width(), next.height());
+        CHECK(waitFor([&] { return corner(bench) == place; }));
+    }
+
+    ShowWindowAsync(bench.host.frame(), SW_MINIMIZE);
+    CHECK(waitFor([&] { return !IsWindowVisible(panel); }));
+    ShowWindowAsync(bench.host.frame(), SW_RESTORE);
+    CHECK(waitFor([&] { return IsWindowVisible(panel) && corner(bench) == place; }));
+}
+
+TEST_CASE("using the panel leaves AOL in front, with its focus")
+{
+    ToolbarBench bench;
+    frmToolbar& toolbar = bench.load();
+    moveFrame(bench, 40, 60, 800, 600);
+    bench.enterRoom(L"Town Square");
+    REQUIRE(drive::activate(bench.host.frame()));
+    // Dragged by its grip, the panel goes along and stays where it was left.
+    const Rect before = windowRect(toolbar.hwnd());
+    SetCursorPos(before.left + 5, before.top + before.height() / 2);
+    mouse_event(MOUSEEVENTF_LEFTDOWN, 0, 0, 0, 0);
+    REQUIRE(waitFor([&] { return GetCapture() == toolbar.hwnd(); }));
+    SetCursorPos(before.left + 5 - 150, before.top + before.height() / 2 + 80);
+    CHECK(waitFor([&] { return windowRect(toolbar.hwnd()).left == before.left - 150; }));
+    mouse_event(MOUSEEVENTF_LEFTUP, 0, 0, 0, 0);
+    REQUIRE(waitFor([&] { return GetCapture() == nullptr; }));
+    CHECK(windowRect(toolbar.hwnd()).top == before.top + 80);
+    CHECK(parsePanelOffset(opt::Toolbar::Position.get()).has_value());
+    CHECK(GetForegroundWindow() == bench.host.frame());
+}
+
+TEST_CASE("lines are heard from the room that is open, each once, own ones marked")
+{
+    ToolbarBench bench;
+    bench.load();
+    bench.host.enterRoom(L"First Room");
+    bench.host.command(L"say Early Bird: before we listened");
+    bench.enterRoom(L"First Room");
+    bench.host.command(L"say Joe Smith: hello: there");
+    CHECK(bench.hears(L"Joe Smith|hello: there"));
+    REQUIRE(TextToChat(L"from me", kSendNow));
+    CHECK(bench.hears(L"Orv Tester|from me|own"));
+
+    bench.host.command(L"leave");
+    CHECK(waitFor([&] { return !frmToolbar::instance()->scannedRoom(); }));
+    bench.enterRoom(L"Second Room");
+    bench.host.command(L"say Ann: second");
+    CHECK(bench.hears(L"Ann|second"));
+    for (int i = 0; i < 200; ++i)
+        bench.host.command(L"say Ann: line " + std::to_wstring(i));
+    CHECK(bench.hears(L"Ann|line 199"));
+    std::vector<std::wstring> lines;
+    for (const std::wstring& line : bench.heard)
+        if (line.starts_with(L"Ann|line "))
+            lines.push_back(line);
+    REQUIRE(lines.size() == 200);
+    for (int i = 0; i < 200; ++i)
+        CHECK(lines[i] == L"Ann|line " + std::to_wstring(i));
+    for (const std::wstring& line : bench.heard)
+        CHECK(line.find(L"before we listened") == std::wstring::npos);
+}
+
+TEST_CASE("the end of AOL is told once, whatever way it ends")
+{
+    for (const bool killed : {false, true}) {
+        CAPTURE(killed);
+        ToolbarBench bench;
+        const HWND panel = bench.load().hwnd();
+        bench.enterRoom(L"Town Square");
+        if (killed)
+            bench.host.kill();
+        else
+            bench.host.command(L"exit");
+        CHECK(waitFor([&] { return bench.ended > 0; }));
+        CHECK(waitFor([&] { return !IsWindow(panel) || !IsWindowVisible(panel); }));
+        // Later notices of the same end add nothing.
+        drive::until([] { return false; }, 700);
+        CHECK(bench.ended == 1);
+    }
+}
+
+TEST_CASE("a hung AOL does not freeze the panel")
+{
+    ToolbarBench bench;
+    frmToolbar& toolbar = bench.load();
+    bench.enterRoom(L"Town Square");
+    bench.host.command(L"hang 3000");
+    bool answered = false;
+    const DWORD start = GetTickCount();
+    while (GetTickCount() - start < 3500) {
+        const DWORD turn = GetTickCount();
+        drive::until([] { return false; }, 50);
+        toolbar.SetPanelPos();
+        CHECK(GetTickCount() - turn < 1500);
+        answered = true;
+    }
+    CHECK(answered);
+    bench.host.command(L"say Joe Smith: back again");
+    CHECK(bench.hears(L"Joe Smith|back again"));
+}

@@ -18,6 +18,8 @@ constexpr int kIconSize = 20;
 constexpr Size kButtonSize{28, 26};
 constexpr int kGrip = 9;  // pixels along the panel
 constexpr int kFrame = 2; // around the buttons
+constexpr UINT kDragMs = 15;
+constexpr wchar_t kMenuTip[] = L"Velora's menu";
 /// Left free at the right end: there AOL shows the buttons of a maximised window of its own.
 constexpr int kFromRight = 64;
 
@@ -42,7 +44,7 @@ const frmToolbar::ButtonRow frmToolbar::kButtons[] = {
     {&frmToolbar::cmdWavs, L"Wav List", L"Wav List: hear sounds and send them to the room",
      IconId::wavs, [](const ToolbarRoutes& routes) { return has(routes.openWavs); },
      &frmToolbar::openWavs},
-    {&frmToolbar::cmdMenu, L"Menu", L"Velora's menu", IconId::menu,
+    {&frmToolbar::cmdMenu, L"Menu", kMenuTip, IconId::menu,
      [](const ToolbarRoutes&) { return true; }, &frmToolbar::openMenu},
 };
 
@@ -155,7 +157,11 @@ void frmToolbar::openWavs()
 void frmToolbar::openMenu()
 {
     const Rect button = cmdMenu.screenPlace();
+    // Its tip would come up over the menu.
+    tips_.remove(cmdMenu);
     showMenu({button.left, button.bottom});
+    if (isOpen())
+        tips_.add(cmdMenu, kMenuTip);
 }
 
 void frmToolbar::showMenu(Point at)
@@ -228,12 +234,13 @@ void frmToolbar::onPaint(HDC dc, const Rect& client)
         }
 }
 
+// Not by capturing the mouse: a window that is not in front loses it to the one under the pointer.
 void frmToolbar::startDrag()
 {
     GetCursorPos(&dragFrom_);
     dragStart_ = place();
     dragged_ = offset();
-    SetCapture(hwnd());
+    tmrDrag.start(kDragMs, [this] { drag(); });
 }
 
 void frmToolbar::drag()
@@ -244,15 +251,17 @@ void frmToolbar::drag()
     dragged_ = panelOffset(windowRect(frame_), {dragStart_.left + dx, dragStart_.top + dy,
                                                 dragStart_.right + dx, dragStart_.bottom + dy});
     SetPanelPos();
+    const int button = GetSystemMetrics(SM_SWAPBUTTON) ? VK_RBUTTON : VK_LBUTTON;
+    if (GetAsyncKeyState(button) >= 0)
+        endDrag();
 }
 
-void frmToolbar::endDrag(bool keep)
+void frmToolbar::endDrag()
 {
-    const bool moved = place() != dragStart_;
-    if (keep && moved)
+    tmrDrag.stop();
+    if (place() != dragStart_)
         opt::Toolbar::Position.set(panelOffsetText(*dragged_));
     dragged_.reset();
-    SetPanelPos();
 }
 
 std::optional<LRESULT> frmToolbar::onMessage(UINT message, WPARAM wParam, LPARAM lParam)
@@ -275,19 +284,9 @@ std::optional<LRESULT> frmToolbar::onMessage(UINT message, WPARAM wParam, LPARAM
             startDrag();
         return 0;
     }
-    case WM_MOUSEMOVE:
-        if (dragged_)
-            drag();
-        return 0;
     case WM_LBUTTONUP:
-        if (dragged_) {
-            endDrag(true);
-            ReleaseCapture();
-        }
-        return 0;
-    case WM_CAPTURECHANGED:
         if (dragged_)
-            endDrag(false);
+            endDrag();
         return 0;
     default: return std::nullopt;
     }

@@ -66,7 +66,7 @@ private:
     void showMenu(Point at);
     void startDrag();
     void drag();
-    void endDrag(bool keep);
+    void endDrag();
     Rect gripRect() const;
     PanelOffset offset() const;
 
@@ -81,7 +81,7 @@ private:
 
     ImageButton cmdWavs, cmdMenu;
     ToolTip tips_;
-    Timer Timer1;
+    Timer Timer1, tmrDrag;
     WindowHook sbcChat;
     std::unique_ptr<clsChat> Chat;
 

@@ -60,8 +60,8 @@ void frmToolbar::UnhookSubclasses()
 
 void frmToolbar::onDestroy()
 {
+    tmrDrag.stop();
     UnhookSubclasses();
-    dragged_.reset();
 }
 
 void frmToolbar::connect()
@@ -131,7 +131,8 @@ void frmToolbar::ChatScanOn(HWND chatRoom)
         if (chatRoom == room_)
             return;
         ChatScanOff();
-        if (!chatDisplay(chatRoom)) {
+        const HWND display = chatDisplay(chatRoom);
+        if (!display) {
             roomsChanged_ = true; // AOL is still building the room
             return;
         }
@@ -143,7 +144,7 @@ void frmToolbar::ChatScanOn(HWND chatRoom)
         };
         sbcChat.WndMessageX = [this](HookMessage&) { checkChat(); };
         hookDisplay();
-        Chat->Init(chatDisplayReader(chatRoom));
+        Chat->Init(chatDisplayReader(display));
     });
 }
 

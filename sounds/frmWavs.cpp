@@ -12,6 +12,7 @@
 #include "sounds/modSounds.h"
 #include "ui/Menu.h"
 #include "ui/MessageLoop.h"
+#include "ui/WinGeometry.h"
 
 namespace velora {
 namespace {
@@ -20,6 +21,7 @@ constexpr char kModule[] = "frmWavs";
 constexpr wchar_t kSection[] = L"Wav List";
 constexpr int kIcon = 16;
 constexpr Size kStartSize{360, 420};
+constexpr Size kButtonSize{92, 26};
 constexpr int kSizeColumn = 76;
 constexpr IconId kKindIcons[] = {IconId::soundWav, IconId::soundMid, IconId::soundMp3};
 
@@ -88,6 +90,7 @@ void frmWavs::onCreate()
     imgcboList.create(*this, names, 0);
     imgcboList.onChange = [this] { ListWavDir(); };
     cboKind.create(*this, {L"Wav", L"Midi", L"MP3"}, 0);
+    cboKind.setPreferredSize({72, 0});
     cboKind.onChange = [this] { ListWavDir(); };
     lblFind.create(*this, L"&Find:");
     txtFind.create(*this);
@@ -99,12 +102,7 @@ void frmWavs::onCreate()
     pbarProgress.show(false);
     lblCount.create(*this, L"Count: 0");
 
-    cmdSend.create(*this, L"&Send", sharedIcon(IconId::send, kIcon), [this] { cmdSend_Click(); });
-    cmdPreview.create(*this, L"&Preview", sharedIcon(IconId::play, kIcon),
-                      [this] { cmdPreview_Click(); });
-    cmdStop.create(*this, L"S&top", sharedIcon(IconId::stop, kIcon), [] { StopSound(); });
-    for (ImageButton* button : {&cmdSend, &cmdPreview, &cmdStop})
-        button->showName(true);
+    createButtons();
     tips_.add(cmdSend, L"Sends the sound to the chat room (Ctrl+Enter)");
     tips_.add(cmdPreview, L"Plays the sound on this computer only (F2)");
     tips_.add(cmdStop, L"Ends the sound that plays (F3)");
@@ -123,8 +121,7 @@ void frmWavs::onCreate()
                        columns({grow(Box(lblStatus).align(Align::middle)),
                                 Box(pbarProgress).align(Align::middle),
                                 Box(lblCount).align(Align::middle)}),
-                       columns({space(), columns({cmdSend, cmdPreview, cmdStop}, kNear).sameSizes(),
-                                space()}),
+                       buttonRowCentred({cmdSend, cmdPreview, cmdStop}),
                    })
                   .margins());
     addKeys();
@@ -157,6 +154,25 @@ void frmWavs::createList()
     };
 }
 
+void frmWavs::createButtons()
+{
+    cmdSend.create(*this, L"&Send", [this] { cmdSend_Click(); });
+    cmdPreview.create(*this, L"&Preview", [this] { cmdPreview_Click(); });
+    cmdStop.create(*this, L"S&top", [] { StopSound(); });
+    constexpr IconId kIcons[] = {IconId::send, IconId::play, IconId::stop};
+    int index = 0;
+    for (Button* button : {&cmdSend, &cmdPreview, &cmdStop}) {
+        const HICON icon = sharedIcon(kIcons[index], kIcon);
+        auto& images = buttonImages_[index++];
+        images.reset(ImageList_Create(kIcon, kIcon, ILC_COLOR32, 1, 0));
+        ImageList_AddIcon(images.get(), icon);
+        // Without the common controls of version 6 the buttons have their names alone.
+        BUTTON_IMAGELIST look{images.get(), {12, 0, 0, 0}, BUTTON_IMAGELIST_ALIGN_LEFT};
+        SendMessageW(button->hwnd(), BCM_SETIMAGELIST, 0, reinterpret_cast<LPARAM>(&look));
+        button->setPreferredSize(kButtonSize);
+    }
+}
+
 void frmWavs::addKeys()
 {
     addKey(0, VK_RETURN, [this] { enterPressed(); });
@@ -175,11 +191,15 @@ void frmWavs::onDestroy()
 
 void frmWavs::onSize(Size)
 {
-    // The name takes what the size leaves; 4 pixels keep the list from scrolling sideways.
-    const int list = lstWav.place().width();
-    const int bar = GetSystemMetrics(SM_CXVSCROLL);
+    fitColumns();
+}
+
+// The name takes what the size and a scroll bar leave.
+void frmWavs::fitColumns()
+{
     if (lstWav.hwnd())
-        ListView_SetColumnWidth(lstWav.hwnd(), 0, std::max(80, list - kSizeColumn - bar - 4));
+        ListView_SetColumnWidth(lstWav.hwnd(), 0,
+                                std::max(80, clientSize(lstWav.hwnd()).width - kSizeColumn));
 }
 
 const WavSource& frmWavs::source() const
@@ -227,6 +247,7 @@ void frmWavs::showRows(const std::wstring& selectPath)
     lstWav.setRowCount(model_.count());
     lstWav.select(selectPath.empty() ? -1 : model_.indexOf(selectPath));
     lblCount.setText(L"Count: " + std::to_wstring(model_.count()));
+    fitColumns();
     relayout();
 }
 
@@ -283,7 +304,7 @@ void frmWavs::lstWav_DblClick()
 
 void frmWavs::enterPressed()
 {
-    for (ImageButton* button : {&cmdSend, &cmdPreview, &cmdStop})
+    for (Button* button : {&cmdSend, &cmdPreview, &cmdStop})
         if (button->focused()) {
             button->click();
             return;

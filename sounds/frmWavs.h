@@ -41,6 +41,8 @@ protected:
 
 private:
     void createList();
+    void createButtons();
+    void fitColumns();
     void addKeys();
     const WavSource& source() const;
     SoundKind kind() const;
@@ -63,9 +65,9 @@ private:
     Edit txtFind;
     ListView lstWav;
     ProgressBar pbarProgress;
-    ImageButton cmdSend, cmdPreview, cmdStop;
+    Button cmdSend, cmdPreview, cmdStop;
     ToolTip tips_;
-    UniqueHandle<ImageListTraits> images_;
+    UniqueHandle<ImageListTraits> images_, buttonImages_[3];
 
     std::vector<WavSource> sources_;
     clsWavListModel model_;

@@ -17,6 +17,9 @@ namespace velora::test {
 
 ToolbarBench::ToolbarBench(const AolHost::Options& options) : host(options)
 {
+    formerSink_ = setErrorSink([](const ErrorRecord& record) noexcept {
+        MESSAGE(record.module, ".", record.procedure, ": ", record.reason);
+    });
     setSettingsStore(std::make_unique<MemoryStore>());
     LoadSettings();
     aol() = {};
@@ -47,6 +50,7 @@ ToolbarBench::~ToolbarBench()
     toolbarRoutes() = {};
     aol() = {};
     setSettingsStore(nullptr);
+    setErrorSink(formerSink_);
 }
 
 void ToolbarBench::addSound(const std::wstring& name, int milliseconds)

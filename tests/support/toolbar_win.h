@@ -1,5 +1,6 @@
 #pragma once
 // A toolbar over an AOL of the test's own: options in memory, sounds of the test in AOL's folder.
+#include "base/trap.h"
 #include "chat/frmToolbar.h"
 #include "support/aolhost_win.h"
 
@@ -31,6 +32,9 @@ public:
     /// Enters a room and waits until the toolbar reads it.
     void enterRoom(const std::wstring& name);
     bool hears(const std::wstring& line);
+
+private:
+    ErrorSink formerSink_ = nullptr;
 };
 
 } // namespace velora::test

@@ -17,6 +17,7 @@
 #include "ui/MessageLoop.h"
 
 #include <shlobj.h>
+#include <utility>
 
 namespace velora {
 namespace {
@@ -296,10 +297,17 @@ bool UnloadAllForms(bool askFirst)
     return trap(
         kModule,
         [&] {
-            // The questions pump: a second wish to end meanwhile is this one.
-            static bool closing = false;
-            if (closing || (askFirst && !confirmExit()))
+            // The questions pump: while the first is open, a second wish to end asks nothing, and
+            // one that does not ask (AOL has ended) overtakes it.
+            static bool asking = false, closing = false;
+            if (closing || (askFirst && std::exchange(asking, true)))
                 return false;
+            if (askFirst) {
+                const bool exit = confirmExit();
+                asking = false;
+                if (!exit || closing)
+                    return false;
+            }
             closing = true;
             if (g_services.releaseAol)
                 trap(kModule, g_services.releaseAol, "UnhookSubclasses");

@@ -28,7 +28,11 @@ bool answer(const Process& velora, std::wstring_view text, std::wstring_view but
 {
     const HWND box = windowShowing(velora.id(), text);
     CHECK_MESSAGE(box != nullptr, "no box shows ", toUtf8(text));
-    return box && drive::press(box, button);
+    // A box that the window manager still moves may be missed; a user clicks again, too.
+    for (int tries = 0; box && tries < 5; ++tries)
+        if (drive::press(box, button) && drive::gone(box, 3000))
+            return true;
+    return box && drive::gone(box, 0);
 }
 
 /// Start-up is over when its last step has shown the toolbar.

@@ -60,8 +60,9 @@ TEST_CASE("a sound said in the room plays, one at a time, and ends")
 
     // The switch of the menu.
     opt::General::WavDetect.set(false);
+    const int lines = bench.lines;
     bench.host.command(L"say Ann: {S ding}");
-    bench.host.command(L"people +Newcomer");
+    CHECK(waitFor([&] { return bench.lines == lines + 1; }));
     opt::General::WavDetect.set(true);
     bench.host.command(L"say Ann: {S drop}");
     CHECK(waitFor([&] { return bench.played.size() == 3; }));

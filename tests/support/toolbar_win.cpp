@@ -39,6 +39,10 @@ ToolbarBench::ToolbarBench(const AolHost::Options& options) : host(options)
         if (path != before && !path.empty())
             played.push_back(path.substr(path.rfind(L'\\') + 1));
     };
+    routes.checkForAlias = [this](const std::wstring& screenName) {
+        ++lines;
+        return screenName;
+    };
     routes.aolEnded = [this] { ++ended; };
 }
 

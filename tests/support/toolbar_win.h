@@ -21,6 +21,7 @@ public:
     AolHost host;
     /// What reached the wav detector, as "name|message", with "|own" for the user's own lines.
     std::vector<std::wstring> heard;
+    int lines = 0; ///< lines of rooms that were raised
     /// The names of the files that began to play, in order.
     std::vector<std::wstring> played;
     int ended = 0;

@@ -332,7 +332,7 @@ TEST_CASE("reading the end agrees with reading all, on random chats")
     std::mt19937 random(20260101);
     std::size_t lines = 0;
     int looks = 0, wholeReads = 0;
-    for (int run = 0; run < 3000; ++run) {
+    for (int run = 0; run < 2000; ++run) {
         std::vector<std::uint8_t> script(20 + random() % 180);
         for (std::uint8_t& b : script)
             b = static_cast<std::uint8_t>(random());
@@ -345,7 +345,7 @@ TEST_CASE("reading the end agrees with reading all, on random chats")
         wholeReads += chat.wholeReads();
     }
     // The runs were no idle ones, and both ways of reading were taken often.
-    CHECK(lines > 50000);
+    CHECK(lines > 30000);
     CHECK(wholeReads > 1000);
     CHECK(looks - wholeReads > 10000);
 }

@@ -134,7 +134,7 @@ private:
         if (previous_.size() > full_.size() || previous_.empty())
             return 0;
         for (std::size_t at = full_.size() - previous_.size() + 1; at-- > 0;)
-            if (full_.compare(at, previous_.size(), previous_) == 0)
+            if (full_[at] == previous_[0] && full_.compare(at, previous_.size(), previous_) == 0)
                 return at + previous_.size();
         // Cut at its head: the longest end of the section, from a line's start on, with which the
         // text begins, or begins after its first line.
@@ -143,7 +143,7 @@ private:
             if (start == full_.npos)
                 continue;
             for (std::size_t from = 0; from < previous_.size(); ++from)
-                if (previous_.compare(from, 2, L"\r\n") == 0
+                if (previous_[from] == L'\r' && previous_.compare(from, 2, L"\r\n") == 0
                     && full_.compare(start, previous_.size() - from, previous_, from) == 0)
                     return start + previous_.size() - from;
         }

@@ -14,7 +14,7 @@ using namespace velora;
 namespace {
 
 constexpr wchar_t kPath[] = L"f.mdb";
-constexpr int kSteps = 400;
+constexpr int kSteps = 50;
 
 std::string soundFile()
 {

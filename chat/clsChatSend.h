@@ -1,0 +1,47 @@
+#pragma once
+// The hooks on the room's input box and Send button: a text that the user sends is looked at before
+// AOL gets it, and goes out faded, in lines, or not at all because it is a keyword.
+#include "chat/modSendRules.h"
+#include "hook/WindowHook.h"
+
+#include <functional>
+#include <string>
+
+namespace velora {
+
+class clsChatSend {
+public:
+    clsChatSend();
+
+    /// Hooks the room's input box and Send button; false, and nothing hooked, when AOL has not
+    /// built them yet or does not answer.
+    bool attach(AgentLink& link, HWND room);
+    void detach();
+    bool attached() const { return sbcCmdLine.window() != nullptr; }
+
+    /// A keyword text, what follows its "/"; AOL is not waiting.
+    std::function<void(const std::wstring&)> onKeyword;
+    /// Lines to send one after the other; AOL is not waiting.
+    std::function<void(std::vector<std::wstring>)> onLines;
+
+private:
+    void keyPressed(HookMessage& message);
+    void mouse(HookMessage& message);
+    /// Looks at what is typed; true when AOL is not to send it.
+    bool takeOver(HookMessage& message);
+    void delayed(int code);
+
+    AgentLink* link_ = nullptr;
+    HWND input_ = nullptr;
+    WindowHook sbcCmdLine;
+    WindowHook sbcSendIcon;
+    /// The button went down on Send and AOL has not been told: its release is ours too.
+    bool mouseTaken_ = false;
+    std::wstring keyword_;
+    std::vector<std::wstring> lines_;
+};
+
+/// What the options say now.
+SendOptions sendOptions();
+
+} // namespace velora

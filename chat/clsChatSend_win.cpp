@@ -1,0 +1,153 @@
+#include "chat/clsChatSend.h"
+
+#include "base/trap.h"
+#include "chat/modCurrentFade.h"
+#include "core/modAOL.h"
+#include "settings/Options.h"
+
+namespace velora {
+namespace {
+
+constexpr char kModule[] = "clsChatSend";
+constexpr int kKeywordCode = 1, kLinesCode = 2;
+
+bool inside(HWND window, LPARAM where)
+{
+    RECT area{};
+    GetClientRect(window, &area);
+    return PtInRect(&area, {static_cast<short>(LOWORD(where)), static_cast<short>(HIWORD(where))});
+}
+
+/// Keeps AOL's input box from showing the markup on its way through.
+class Unseen {
+public:
+    explicit Unseen(HWND window) : window_(window) { sendToAol(window_, WM_SETREDRAW, FALSE, 0); }
+    ~Unseen() { sendToAol(window_, WM_SETREDRAW, static_cast<WPARAM>(-1), 0); }
+    Unseen(const Unseen&) = delete;
+    Unseen& operator=(const Unseen&) = delete;
+
+private:
+    HWND window_;
+};
+
+} // namespace
+
+SendOptions sendOptions()
+{
+    SendOptions options;
+    options.keywords = opt::ChatKeywords::Enabled.get();
+    options.fader = opt::Fader::On.get();
+    options.fadeWavOnly = opt::Fader::FadeWavOnly.get();
+    options.useMultiline = opt::ChatExtender::UseMultiline.get();
+    options.charsInLine = static_cast<int>(opt::ChatExtender::CharsInLine.get());
+    return options;
+}
+
+clsChatSend::clsChatSend()
+{
+    sbcCmdLine.WndMessageX = [this](HookMessage& message) { keyPressed(message); };
+    sbcSendIcon.WndMessageX = [this](HookMessage& message) {
+        if (message.message == WM_KEYDOWN)
+            keyPressed(message);
+        else
+            mouse(message);
+    };
+    sbcCmdLine.DelayedEvent = sbcSendIcon.DelayedEvent = [this](int code) { delayed(code); };
+}
+
+bool clsChatSend::attach(AgentLink& link, HWND room)
+{
+    return trap(
+        kModule,
+        [&] {
+            link_ = &link;
+            input_ = chatInput(room);
+            const HWND send = chatSendIcon(room);
+            const bool both = input_ && send
+                              && sbcCmdLine.attach(link, input_,
+                                                   {WatchRule::key(WM_KEYDOWN, VK_RETURN),
+                                                    WatchRule::key(WM_CHAR, VK_RETURN)})
+                              && sbcSendIcon.attach(link, send,
+                                                    {WatchRule::key(WM_KEYDOWN, VK_SPACE),
+                                                     {WM_LBUTTONDOWN},
+                                                     {WM_LBUTTONDBLCLK},
+                                                     {WM_LBUTTONUP}});
+            if (!both)
+                detach();
+            return both;
+        },
+        false);
+}
+
+void clsChatSend::detach()
+{
+    sbcCmdLine.detach();
+    sbcSendIcon.detach();
+    mouseTaken_ = false;
+}
+
+void clsChatSend::keyPressed(HookMessage& message)
+{
+    trap(kModule, [&] {
+        if (!ownEnter())
+            message.noDefault = takeOver(message);
+    });
+}
+
+// AOL may act on the button's going down or up. So the press is judged when it goes down, and
+// carried out when it comes up on the button; a press that is drawn off the button is given up.
+void clsChatSend::mouse(HookMessage& message)
+{
+    trap(kModule, [&] {
+        if (message.message != WM_LBUTTONUP) {
+            mouseTaken_ = false;
+            const auto typed = link_->readText(input_);
+            mouseTaken_ = typed && decideSend(*typed, sendOptions()).action != SendAction::pass;
+            message.noDefault = mouseTaken_;
+            return;
+        }
+        if (!mouseTaken_)
+            return;
+        mouseTaken_ = false;
+        message.noDefault = true;
+        if (inside(message.window, message.lParam))
+            takeOver(message);
+    });
+}
+
+bool clsChatSend::takeOver(HookMessage& message)
+{
+    const auto typed = link_->readText(input_);
+    if (!typed)
+        return false;
+    SendDecision decision = decideSend(*typed, sendOptions());
+    if (decision.action == SendAction::pass || !setAolText(input_, L""))
+        return false;
+    if (decision.action == SendAction::keyword) {
+        keyword_ = std::move(decision.keyword);
+        message.requestDelayed(kKeywordCode);
+    } else if (decision.action == SendAction::lines) {
+        lines_ = std::move(decision.lines);
+        message.requestDelayed(kLinesCode);
+    } else {
+        std::wstring text = *typed;
+        FadeEngine(text);
+        const Unseen unseen(input_);
+        // A line that AOL does not take stays in the box as it was typed.
+        if (text.empty() || !TextToChat(text, kSendNow))
+            setAolText(input_, *typed);
+    }
+    return true;
+}
+
+void clsChatSend::delayed(int code)
+{
+    trap(kModule, [&] {
+        if (code == kKeywordCode && onKeyword)
+            onKeyword(std::exchange(keyword_, {}));
+        if (code == kLinesCode && onLines)
+            onLines(std::exchange(lines_, {}));
+    });
+}
+
+} // namespace velora

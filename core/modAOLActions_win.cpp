@@ -203,6 +203,17 @@ HWND AOL_OpenAttachments(HWND mail)
         nullptr);
 }
 
+bool AOL_OpenKeyword(std::wstring_view keyword)
+{
+    return trap(
+        kModule,
+        [&] {
+            const HWND box = keywordBox();
+            return isAolWindow(box) && setAolText(box, keyword) && pressEnter(box);
+        },
+        false);
+}
+
 HWND AOL_GetProfile(std::wstring_view screenName)
 {
     return trap(
@@ -212,9 +223,7 @@ HWND AOL_GetProfile(std::wstring_view screenName)
                 return nullptr;
             const std::wstring caption = profileCaption(aol().edition);
             const std::vector<HWND> known = childrenTitled(AOLMDI(), caption);
-            const HWND box = keywordBox();
-            if (!isAolWindow(box) || !setAolText(box, L"profile:" + std::wstring(screenName))
-                || !pressEnter(box))
+            if (!AOL_OpenKeyword(L"profile:" + std::wstring(screenName)))
                 return nullptr;
             HWND profile = nullptr;
             if (!waitUntil([&] { return (profile = newChild(caption, known)) != nullptr; },

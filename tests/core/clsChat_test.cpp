@@ -346,6 +346,6 @@ TEST_CASE("reading the end agrees with reading all, on random chats")
     }
     // The runs were no idle ones, and both ways of reading were taken often.
     CHECK(lines > 30000);
-    CHECK(wholeReads > 1000);
-    CHECK(looks - wholeReads > 10000);
+    CHECK(wholeReads > 400);
+    CHECK(looks - wholeReads > 4000);
 }

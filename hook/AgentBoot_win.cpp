@@ -76,7 +76,7 @@ bool AgentImpl::fail(DWORD error)
 
 bool AgentImpl::connect(HWND frame, std::wstring_view dll)
 {
-    if (connected() && frame == frame_ && IsWindow(agentWindow_))
+    if (connected() && frame == frame_)
         return true;
     disconnect();
     DWORD pid = 0;

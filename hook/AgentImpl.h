@@ -24,7 +24,7 @@ public:
     // AgentBoot_win.cpp
     bool connect(HWND frame, std::wstring_view dll);
     void disconnect();
-    bool connected() const { return section() != nullptr && agentWindow_; }
+    bool connected() const { return section() && IsWindow(agentWindow_); }
 
     // AgentLink_win.cpp
     struct Arguments {

@@ -48,6 +48,7 @@ public:
     bool connect(HWND frame, std::wstring_view dll = {});
     /// Gives AOL back all that was taken (hooks, menu items, held windows) and lets go.
     void disconnect();
+    /// False again when AOL has ended, or another program has taken the agent over.
     bool connected() const;
     /// The reason for the last failed connect as a system error number (5: AOL runs with more
     /// rights than the program).

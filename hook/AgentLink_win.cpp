@@ -63,6 +63,10 @@ std::optional<std::int32_t> AgentImpl::command(wire::Op op, const Arguments& arg
         reinterpret_cast<LPARAM>(&data), SMTO_ABORTIFHUNG, arguments.timeoutMs, &result);
     if (!connected() || generation_ != generation)
         return std::nullopt; // a hook's event disconnected meanwhile
+    if (answered && static_cast<std::int32_t>(result) == wire::kNoAnswer) {
+        forget(); // another companion has taken the agent over
+        return std::nullopt;
+    }
     if (answered)
         return static_cast<std::int32_t>(result);
     if (section()->cancelled < static_cast<std::int32_t>(sequence))

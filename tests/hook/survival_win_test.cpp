@@ -131,6 +131,23 @@ TEST_CASE("a second companion takes over from the first")
     CHECK(aol.subclassed(input));
 }
 
+TEST_CASE("a link whose agent serves another companion notices, and can take it back")
+{
+    SmallAol aol;
+    const HWND input = aol.input(aol.open());
+    AgentLink link;
+    REQUIRE(link.connect(aol.frame));
+    WindowHook hook;
+    REQUIRE(hook.attach(link, input, {WatchRule::key(WM_CHAR, VK_RETURN)}));
+    Companion other(aol, L"attached");
+    REQUIRE(pumpUntil([&] { return other.ready(); }));
+    CHECK_FALSE(link.readText(input).has_value());
+    CHECK_FALSE(link.connected());
+    CHECK(hook.window() == nullptr);
+    CHECK(link.connect(aol.frame));
+    CHECK(link.readText(input).has_value());
+}
+
 TEST_CASE("AOL hangs while the companion ends: everything is given back when AOL is back")
 {
     SmallAol aol;

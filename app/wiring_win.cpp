@@ -3,6 +3,8 @@
 #include "chat/ToolbarRoutes.h"
 #include "chat/frmToolbar.h"
 #include "chat/modInstallScheme.h"
+#include "chat/modSchemeFiles.h"
+#include "chat/modTemplates.h"
 #include "core/MsgBoxEx.h"
 #include "core/modAOL.h"
 #include "hook/AgentLink.h"
@@ -26,10 +28,14 @@ StartupServices startupServices()
 {
     StartupServices services;
     services.installFadeScheme = [](const std::wstring& file) {
-        return InstallScheme(file, AppPath() + L"\\Fader\\Schemes");
+        return InstallScheme(file, AppPath());
     };
     services.liveUpdate = liveUpdate;
-    services.loadToolbar = [] { frmToolbar::load(); };
+    services.makeDefaultTemplates = MakeDefaultTemplates;
+    services.loadToolbar = [] {
+        prepareFader(AppPath());
+        frmToolbar::load();
+    };
     services.releaseAol = [] {
         if (frmToolbar* const toolbar = frmToolbar::instance())
             toolbar->UnhookSubclasses();

@@ -4,7 +4,7 @@
 #include "base/safename.h"
 #include "base/text.h"
 #include "base/trap.h"
-#include "chat/modScheme.h"
+#include "chat/modSchemeFiles.h"
 #include "settings/Options.h"
 
 namespace velora {
@@ -13,11 +13,6 @@ namespace {
 constexpr char kModule[] = "modInstallScheme";
 constexpr std::uint64_t kLargestScheme = 1u << 20;
 constexpr std::wstring_view kExtension = L".fde";
-#ifdef _WIN32
-constexpr wchar_t kSeparator = L'\\';
-#else
-constexpr wchar_t kSeparator = L'/';
-#endif
 
 std::wstring schemeName(const std::wstring& file)
 {
@@ -42,16 +37,9 @@ void writeToSettings(const std::wstring& name, const Fade& fade)
     writeSetting(section, L"ULine", fade.ULine);
 }
 
-void copyIntoFolder(const FadeScheme& scheme, const std::wstring& name, const std::wstring& folder)
-{
-    makeFolder(folder);
-    replaceFileKeepingCopies(folder + kSeparator + name + std::wstring(kExtension),
-                             encodeFileText(renderScheme(scheme)));
-}
-
 } // namespace
 
-bool InstallScheme(const std::wstring& file, const std::wstring& schemeFolder)
+bool InstallScheme(const std::wstring& file, const std::wstring& programFolder)
 {
     return trap(
         kModule,
@@ -63,7 +51,7 @@ bool InstallScheme(const std::wstring& file, const std::wstring& schemeFolder)
                 return false;
             writeToSettings(name, scheme->fade);
             // The settings are what fades; a folder that cannot be written is only reported.
-            trap(kModule, [&] { copyIntoFolder(*scheme, name, schemeFolder); });
+            clsSchemes(programFolder).import(file);
             return true;
         },
         false);

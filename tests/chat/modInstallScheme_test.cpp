@@ -1,7 +1,7 @@
 #include "base/files.h"
 #include "base/text.h"
 #include "chat/modInstallScheme.h"
-#include "chat/modScheme.h"
+#include "chat/modSchemeFiles.h"
 #include "settings/Options.h"
 #include "support/memory_store.h"
 #include "support/tempdir.h"
@@ -13,13 +13,13 @@ using namespace velora;
 namespace {
 struct Fixture : StoreScope {
     TempDir temp;
-    const std::wstring schemes = temp.folder(L"schemes");
+    const std::wstring program = temp.folder(L"program");
 
     bool install(const wchar_t* name, const std::string& content)
     {
         const std::wstring file = temp.file(name);
         replaceFile(file, content);
-        return InstallScheme(file, schemes);
+        return InstallScheme(file, program);
     }
 };
 const std::string kOlder = "FadeNumber=3\r\ncolor0=255\r\ncolor1=65280\r\nitalics=True\r\n";
@@ -36,21 +36,19 @@ TEST_CASE_FIXTURE(Fixture, "a scheme file goes into the settings and the scheme 
     CHECK(section.at(L"Ten") == RegValue(std::int32_t{0}));
     CHECK(section.at(L"Italic") == RegValue(true));
     CHECK(section.at(L"Bold") == RegValue(false));
-    const auto files = listFolder(schemes);
-    REQUIRE(files.size() == 1);
-    CHECK(files[0].name == L"Sun set.fde");
+    CHECK(clsSchemes(program).load(L"Sun set").value_or(FadeScheme()).fade.FadeNumber == 3);
 }
 
 TEST_CASE_FIXTURE(Fixture, "what is no scheme is refused and nothing is written")
 {
-    CHECK_FALSE(InstallScheme(temp.file(L"missing.fde"), schemes));
-    CHECK_FALSE(InstallScheme(L"-silent", schemes));
-    CHECK_FALSE(InstallScheme(L"", schemes));
+    CHECK_FALSE(InstallScheme(temp.file(L"missing.fde"), program));
+    CHECK_FALSE(InstallScheme(L"-silent", program));
+    CHECK_FALSE(InstallScheme(L"", program));
     CHECK_FALSE(install(L"empty.fde", ""));
     CHECK_FALSE(install(L"junk.fde", std::string("\0\xFF=\r\nfadenumber=x\r\n", 19)));
     CHECK_FALSE(install(L"big.fde", kOlder + std::string(2u << 20, ' ')));
     CHECK(store->data.empty());
-    CHECK(listFolder(schemes).empty());
+    CHECK(listFolder(program).empty());
 }
 
 TEST_CASE_FIXTURE(Fixture, "a scheme folder that cannot be made does not fail the installation")

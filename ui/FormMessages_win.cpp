@@ -37,6 +37,25 @@ bool listIsDropped(HWND focus)
     return SendMessageW(focus, CB_GETDROPPEDSTATE, 0, 0) == TRUE
            || SendMessageW(GetParent(focus), CB_GETDROPPEDSTATE, 0, 0) == TRUE;
 }
+// A Tab that the focused control leaves to its form. Wine's IsDialogMessage would take the frame of
+// the default button away with it.
+bool isTab(const MSG& message)
+{
+    if (message.message != WM_KEYDOWN || message.wParam != VK_TAB || GetKeyState(VK_CONTROL) < 0)
+        return false;
+    const auto code = SendMessageW(message.hwnd, WM_GETDLGCODE, message.wParam,
+                                   reinterpret_cast<LPARAM>(&message));
+    return !(code & (DLGC_WANTTAB | DLGC_WANTALLKEYS));
+}
+
+// One line is selected, to be replaced by typing; a text of many lines is not put at such a risk.
+void focusAndSelect(HWND control)
+{
+    SetFocus(control);
+    if ((SendMessageW(control, WM_GETDLGCODE, 0, 0) & DLGC_HASSETSEL)
+        && !(GetWindowLongPtrW(control, GWL_STYLE) & ES_MULTILINE))
+        SendMessageW(control, EM_SETSEL, 0, -1);
+}
 } // namespace
 
 LRESULT CALLBACK Form::windowProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept
@@ -225,7 +244,7 @@ void Form::nextControl(WPARAM wParam, bool isWindow)
     const HWND next = isWindow ? reinterpret_cast<HWND>(wParam)
                                : GetNextDlgTabItem(hwnd_, GetFocus(), wParam != 0);
     if (next)
-        SetFocus(next);
+        focusAndSelect(next);
 }
 
 void Form::saveFocus()
@@ -247,19 +266,22 @@ void Form::restoreFocus()
         if (!usable(target))
             return;
     }
-    SetFocus(target);
-    if (!lastFocus_ && SendMessageW(target, WM_GETDLGCODE, 0, 0) & DLGC_HASSETSEL)
-        SendMessageW(target, EM_SETSEL, 0, -1);
+    if (lastFocus_)
+        SetFocus(target); // what was selected there stays so
+    else
+        focusAndSelect(target);
 }
 
 void Form::markDefault(HWND button)
 {
     if (button == drawnDefault_)
         return;
-    const auto draw = [](HWND window, WPARAM style) {
-        // A button that draws itself keeps its style.
-        if (window && (GetWindowLongPtrW(window, GWL_STYLE) & BS_TYPEMASK) <= BS_DEFPUSHBUTTON)
-            SendMessageW(window, BM_SETSTYLE, style, TRUE);
+    const auto draw = [](HWND window, DWORD type) {
+        const auto style = static_cast<DWORD>(GetWindowLongPtrW(window, GWL_STYLE));
+        // A button that draws itself keeps its style. The others keep what is not their type: the
+        // message sets all sixteen bits, and without BS_NOTIFY no notice of the focus would come.
+        if (window && (style & BS_TYPEMASK) <= BS_DEFPUSHBUTTON)
+            SendMessageW(window, BM_SETSTYLE, (style & 0xFFFF & ~DWORD{BS_TYPEMASK}) | type, TRUE);
     };
     draw(drawnDefault_, BS_PUSHBUTTON);
     draw(button, BS_DEFPUSHBUTTON);
@@ -311,6 +333,10 @@ bool translateFormKeys(MSG& message)
         && !listIsDropped(message.hwnd)) {
         trap(
             form->name_, [&] { form->cancel(); }, "Esc");
+        return true;
+    }
+    if (isTab(message)) {
+        SendMessageW(root, WM_NEXTDLGCTL, GetKeyState(VK_SHIFT) < 0, FALSE);
         return true;
     }
     return IsDialogMessageW(root, &message);

@@ -47,6 +47,23 @@ int boxAnswer(int style, const std::function<void(HWND)>& act, std::wstring_view
     return answer;
 }
 
+// A form of ours that AOL's frame owns, as the toolbar's windows are.
+class OverAol final : public Form {
+public:
+    explicit OverAol(HWND frame) : Form("OverAol"), frame_(frame) {}
+
+private:
+    FormOptions options() const override
+    {
+        FormOptions options;
+        options.title = L"Over AOL";
+        options.owner = frame_;
+        options.client = {200, 100};
+        return options;
+    }
+    HWND frame_;
+};
+
 } // namespace
 
 TEST_CASE("each button answers its number")
@@ -269,22 +286,6 @@ TEST_CASE("a box shuts out our forms and gives the harmless answer when the prog
 
 TEST_CASE("a box over AOL lives on while AOL hangs, and never disables AOL")
 {
-    // A form of ours that AOL's frame owns, as the toolbar's windows are.
-    class OverAol final : public Form {
-    public:
-        explicit OverAol(HWND frame) : Form("OverAol"), frame_(frame) {}
-
-    private:
-        FormOptions options() const override
-        {
-            FormOptions options;
-            options.title = L"Over AOL";
-            options.owner = frame_;
-            options.client = {200, 100};
-            return options;
-        }
-        HWND frame_;
-    };
     const AutoClose off(false);
     test::AolHost aol;
     OverAol form(aol.frame());
@@ -302,6 +303,18 @@ TEST_CASE("a box over AOL lives on while AOL hangs, and never disables AOL")
     // Answered while AOL still hung.
     DWORD_PTR alive = 0;
     CHECK(!SendMessageTimeoutW(aol.frame(), WM_NULL, 0, 0, SMTO_ABORTIFHUNG, 100, &alive));
+}
+
+TEST_CASE("after a box the user is back where he was, in AOL too")
+{
+    const AutoClose off(false);
+    test::AolHost aol;
+    OverAol form(nullptr);
+    form.create();
+    form.show();
+    CHECK(drive::activate(aol.frame()));
+    boxAnswer(0, [](HWND) { drive::key(VK_RETURN); });
+    CHECK(drive::until([&] { return GetForegroundWindow() == aol.frame(); }));
 }
 
 TEST_CASE("system-modal is topmost")

@@ -67,6 +67,11 @@ TestForm& shown(std::wstring title, FormKind kind = FormKind::dialog)
     return form;
 }
 
+bool drawnAsDefault(const Button& button)
+{
+    return (GetWindowLongPtrW(button.hwnd(), GWL_STYLE) & BS_TYPEMASK) == BS_DEFPUSHBUTTON;
+}
+
 struct Clean {
     ~Clean()
     {
@@ -88,7 +93,8 @@ TEST_CASE("a closed form is deleted by the loop, not under its own handler")
     bool stillThere = false;
     form.onOther = [&form, &stillThere] {
         form.close();
-        doEvents(); // a nested loop must leave the object alone
+        doEvents(); // nested loops must leave the object alone
+        pause(30);
         stillThere = g_alive == 1 && !form.isOpen() && form.txtOne.text().empty();
     };
     CHECK(drive::press(window, L"Other"));
@@ -143,11 +149,15 @@ TEST_CASE("Tab, Shift+Tab, Enter, mnemonics")
     CHECK(drive::until([&] { return ok == 1; }));
     drive::key(VK_TAB);
     CHECK(drive::until([&] { return form.cmdOther.focused(); }));
+    CHECK(drawnAsDefault(form.cmdOther));
+    CHECK(!drawnAsDefault(form.cmdOK));
     drive::key(VK_RETURN); // the button with the focus, not the default one
     CHECK(drive::until([&] { return other == 1; }));
     CHECK(ok == 1);
     drive::key(VK_TAB, {VK_SHIFT});
     CHECK(drive::until([&] { return form.txtTwo.focused(); }));
+    CHECK(!drawnAsDefault(form.cmdOther));
+    CHECK(drawnAsDefault(form.cmdOK));
     drive::key('T', {VK_MENU});
     CHECK(drive::until([&] { return other == 2; }));
     form.txtTwo.focus();

@@ -1,7 +1,10 @@
 #include "app/wiring_win.h"
 
 #include "chat/ToolbarRoutes.h"
+#include "chat/clsChatLogger.h"
+#include "chat/frmHotAlert.h"
 #include "chat/frmToolbar.h"
+#include "chat/modEditorLists.h"
 #include "chat/modInstallScheme.h"
 #include "chat/modSchemeFiles.h"
 #include "chat/modTemplates.h"
@@ -48,6 +51,15 @@ void fillToolbarRoutes()
 {
     ToolbarRoutes& routes = toolbarRoutes();
     routeSounds(routes);
+    routes.checkForAlias = CheckForAlias;
+    routes.logLine = [](const std::wstring& name, const std::wstring& message) {
+        clsChatLogger::instance().AppendChatLog(name, message);
+    };
+    routes.roomEntered = [](const std::wstring& caption) {
+        clsChatLogger::instance().enterRoom(caption);
+    };
+    routes.roomLeft = [] { clsChatLogger::instance().leaveRoom(); };
+    routes.hotWord = frmHotAlert::alert;
     routes.exitProgram = [] { UnloadAllForms(true); };
     routes.aolEnded = [] { UnloadAllForms(false); };
 }

@@ -14,6 +14,15 @@ struct ToolbarRoutes {
     /// not pump messages.
     std::function<void(const std::wstring& screenName, const std::wstring& message, bool own)>
         detectWav;
+    /// Keeps a line of the room in the chat log.
+    std::function<void(const std::wstring& screenName, const std::wstring& message)> logLine;
+    /// Tells the user that a hot word was said. It may not pump messages.
+    std::function<void(const std::wstring& word, const std::wstring& screenName,
+                       const std::wstring& message)>
+        hotWord;
+    /// The user is in a room (its window's caption), or has left it.
+    std::function<void(const std::wstring& caption)> roomEntered;
+    std::function<void()> roomLeft;
     /// Opens the wav list, or brings it to the front (the button cmdWavs).
     std::function<void()> openWavs;
     /// Ends the sound that plays.

@@ -8,6 +8,7 @@
 #include "chat/modChatSteps.h"
 #include "core/modAOL.h"
 #include "core/modChatDisplay.h"
+#include "core/modFindChild.h"
 #include "ui/MessageLoop.h"
 
 #include <algorithm>
@@ -153,7 +154,8 @@ void frmToolbar::ChatScanOff()
     trap(kModule, [&] {
         sbcChat.detach();
         Chat.reset();
-        room_ = nullptr;
+        if (std::exchange(room_, nullptr) && toolbarRoutes().roomLeft)
+            toolbarRoutes().roomLeft();
     });
 }
 

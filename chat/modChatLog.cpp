@@ -43,6 +43,15 @@ std::optional<std::wstring> roomFromHostLine(std::wstring_view screenName,
     return std::wstring(message.substr(0, message.size() - kInRoomEnd.size()));
 }
 
+std::wstring SplitRoomName(std::wstring_view caption)
+{
+    // AOL marks some captions with what it knows of the room: `Room (23 members)`.
+    const std::size_t bracket = caption.rfind(L" (");
+    if (bracket != caption.npos && bracket > 0 && caption.ends_with(L')'))
+        caption = caption.substr(0, bracket);
+    return trim(caption);
+}
+
 std::wstring chatLogPath(std::wstring_view folder, std::wstring_view screenName,
                          std::wstring_view room, bool byDate, const DateTime& when)
 {
@@ -116,7 +125,9 @@ std::vector<LogWrite> clsChatLog::line(std::wstring_view screenName, std::wstrin
                                        bool byDate, const DateTime& when)
 {
     std::vector<LogWrite> writes;
-    if (const auto room = roomFromHostLine(screenName, message))
+    // The host greets the user in a room that was entered already when its window came up.
+    const auto room = roomFromHostLine(screenName, message);
+    if (room && !(room_ && equalNoCase(*room, *room_)))
         writes = enter(*room, byDate, when);
     else
         ensureRoom(writes, byDate, when);

@@ -19,6 +19,9 @@ namespace velora {
 std::optional<std::wstring> roomFromHostLine(std::wstring_view screenName,
                                              std::wstring_view message);
 
+/// The room's name in its window's caption.
+std::wstring SplitRoomName(std::wstring_view caption);
+
 /// "chat logs\<screen name>\<room>\<mm-dd-yy>.log" with `byDate`, else
 /// "chat logs\<screen name>\<room>.log"; both names made safe. `folder` is the "chat logs" folder.
 std::wstring chatLogPath(std::wstring_view folder, std::wstring_view screenName,
@@ -48,7 +51,7 @@ public:
     std::vector<LogWrite> enter(std::wstring_view room, bool byDate, const DateTime& when);
     /// The room's window is gone, or logging ends.
     std::vector<LogWrite> leave(const DateTime& when);
-    /// A line of the room. The host's line about a new room counts as entering it. A line that
+    /// A line of the room. The host's line about another room counts as entering it. A line that
     /// comes while no room is known is kept under the room name "Chat".
     std::vector<LogWrite> line(std::wstring_view screenName, std::wstring_view message, bool byDate,
                                const DateTime& when);

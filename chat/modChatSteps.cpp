@@ -2,6 +2,7 @@
 
 #include "base/trap.h"
 #include "chat/ToolbarRoutes.h"
+#include "chat/modHotWords.h"
 #include "settings/Options.h"
 
 namespace velora {
@@ -15,6 +16,16 @@ constexpr ChatStep kSteps[] = {
      [](ChatLine& line) { line.screenName = toolbarRoutes().checkForAlias(line.screenName); }},
     {"WavDetect", [] { return opt::General::WavDetect.get() && toolbarRoutes().detectWav; },
      [](ChatLine& line) { toolbarRoutes().detectWav(line.screenName, line.message, line.own); }},
+    {"AppendChatLog", [] { return opt::General::ChatLog.get() && toolbarRoutes().logLine; },
+     [](ChatLine& line) { toolbarRoutes().logLine(line.screenName, line.message); }},
+    {"HotWords", [] { return opt::HotWords::Active.get() && toolbarRoutes().hotWord; },
+     [](ChatLine& line) {
+         const auto word =
+             line.own ? std::nullopt
+                      : findHotWord(line.message, hotWords(), opt::HotWords::CaseSensitive.get());
+         if (word)
+             toolbarRoutes().hotWord(*word, line.screenName, line.message);
+     }},
 };
 
 } // namespace

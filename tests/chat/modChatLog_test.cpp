@@ -21,6 +21,14 @@ TEST_CASE("only the host's own words name a room")
         CHECK_FALSE(roomFromHostLine(name, text).has_value());
 }
 
+TEST_CASE("the room's name in a caption")
+{
+    CHECK(SplitRoomName(L" Town Square - Lobby 27 ") == L"Town Square - Lobby 27");
+    CHECK(SplitRoomName(L"Cats (12)") == L"Cats");
+    CHECK(SplitRoomName(L"(12)") == L"(12)");
+    CHECK(SplitRoomName(L"").empty());
+}
+
 TEST_CASE("paths by date and by room, names made safe")
 {
     CHECK(chatLogPath(L"C:\\v\\chat logs", L"Joe Smith", L"a/b", true, kEvening)
@@ -40,6 +48,7 @@ TEST_CASE("leaving a room for another writes its exit before the other's entry")
     CHECK(writes[1].path == L"L\\Me\\Two\\11-22-26.log");
     CHECK(writes[1].text.starts_with(L"Log Entry:\tEntered \"Two\" on "));
     CHECK(writes[2].text == L"OnlineHost:\t*** You are in \"Two\". ***\r\n");
+    CHECK(log.line(L"OnlineHost", L"*** You are in \"Two\". ***", true, kEvening).size() == 1);
     CHECK(log.leave(kEvening).size() == 1);
     CHECK(log.leave(kEvening).empty());
 }

@@ -1,0 +1,40 @@
+#include "chat/modHotWords.h"
+
+#include "base/text.h"
+#include "settings/Options.h"
+
+namespace velora {
+namespace {
+constexpr std::uint32_t kBetweenAlerts = 10000;
+}
+
+std::optional<std::wstring> findHotWord(std::wstring_view message,
+                                        const std::vector<std::wstring>& words, bool caseSensitive)
+{
+    const std::wstring text = caseSensitive ? std::wstring(message) : lower(message);
+    for (const std::wstring& word : words)
+        if (!trimView(word).empty()
+            && text.find(caseSensitive ? word : lower(word)) != std::wstring::npos)
+            return word;
+    return std::nullopt;
+}
+
+std::vector<std::wstring> hotWords()
+{
+    std::vector<std::wstring> words;
+    for (const auto& [name, value] : settingValues(L"Chat HotWords")) {
+        const std::wstring text = textOf(value);
+        words.push_back(trimView(text).empty() ? name : text);
+    }
+    return words;
+}
+
+bool clsAlertLimit::mayAlert(std::uint32_t ms)
+{
+    if (last_ && ms - *last_ < kBetweenAlerts)
+        return false;
+    last_ = ms;
+    return true;
+}
+
+} // namespace velora

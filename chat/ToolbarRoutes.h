@@ -31,6 +31,13 @@ struct ToolbarRoutes {
     std::function<void()> exitProgram;
     /// AOL has ended: the program has nothing left to do.
     std::function<void()> aolEnded;
+
+    /// A document of AOL (an MDI child, as a window handle) was made or changed, or is gone.
+    std::function<void(void*document)> documentChanged, documentGone;
+    /// AOL's frame was moved, sized, activated or hidden.
+    std::function<void()> frameMoved;
+    /// The tick of tmrIMWatch.
+    std::function<void()> watchIMs;
 };
 
 /// The program's one table.

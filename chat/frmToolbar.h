@@ -81,7 +81,7 @@ private:
 
     ImageButton cmdWavs, cmdMenu;
     ToolTip tips_;
-    Timer Timer1, tmrDrag;
+    Timer Timer1, tmrDrag, tmrIMWatch;
     WindowHook sbcChat;
     std::unique_ptr<clsChat> Chat;
 

@@ -17,7 +17,7 @@ namespace velora {
 namespace {
 
 constexpr char kModule[] = "frmToolbar";
-constexpr UINT kTimer1Ms = 500;
+constexpr UINT kTimer1Ms = 500, kIMWatchMs = 1000;
 /// AOL's notice that the text of a display changed.
 constexpr UINT kTextChanged = 5143;
 /// A connection that fails is tried again after a second, then ever more rarely.
@@ -30,18 +30,32 @@ bool isDue(DWORD when)
     return static_cast<LONG>(GetTickCount() - when) >= 0;
 }
 
+template <class Route, class... Values>
+void call(const Route& route, Values... values)
+{
+    if (route)
+        route(values...);
+}
+
 } // namespace
 
 void frmToolbar::EnableSubclass()
 {
     trap(kModule, [&] {
         AgentLink& link = aolLink();
-        link.onMoved = [this] { SetPanelPos(); };
-        link.onChild = [this](HWND) { watchRoom(true); };
+        link.onMoved = [this] {
+            SetPanelPos();
+            call(toolbarRoutes().frameMoved);
+        };
+        link.onChild = [this](HWND document) {
+            watchRoom(true);
+            call(toolbarRoutes().documentChanged, document);
+        };
         link.onGone = [this](HWND window) { aolGone(window); };
         link.onAolEnded = [this] { aolEnded(); };
         connect();
         Timer1.start(kTimer1Ms, [this] { Timer1_Timer(); });
+        tmrIMWatch.start(kIMWatchMs, [] { call(toolbarRoutes().watchIMs); });
         watchRoom(true);
     });
 }
@@ -50,6 +64,7 @@ void frmToolbar::UnhookSubclasses()
 {
     trap(kModule, [&] {
         Timer1.stop();
+        tmrIMWatch.stop();
         ChatScanOff();
         AgentLink& link = aolLink();
         link.onMoved = nullptr;
@@ -180,10 +195,12 @@ void frmToolbar::Chat_ChatMsg(std::wstring& screenName, std::wstring& message)
 
 void frmToolbar::aolGone(HWND window)
 {
-    if (window == frame_)
+    if (window == frame_) {
         aolEnded();
-    else
-        watchRoom(true);
+        return;
+    }
+    watchRoom(true);
+    call(toolbarRoutes().documentGone, window);
 }
 
 void frmToolbar::aolEnded()

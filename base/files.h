@@ -8,6 +8,9 @@
 
 namespace velora {
 
+/// A name behind its folder, with the system's separator between them.
+std::wstring joinPath(const std::wstring& folder, std::wstring_view name);
+
 /// The whole file; absent when it cannot be opened, or is longer than `limit` bytes.
 std::optional<std::string> readFile(const std::wstring& path, std::uint64_t limit = 64u << 20);
 

@@ -29,6 +29,11 @@ void write(const std::wstring& path, std::string_view bytes, std::ios::openmode 
 
 } // namespace
 
+std::wstring joinPath(const std::wstring& folder, std::wstring_view name)
+{
+    return folder + L'/' + std::wstring(name);
+}
+
 std::optional<std::string> readFile(const std::wstring& path, std::uint64_t limit)
 {
     std::error_code failed;

@@ -39,6 +39,11 @@ DWORD attributes(const std::wstring& path)
 
 } // namespace
 
+std::wstring joinPath(const std::wstring& folder, std::wstring_view name)
+{
+    return folder + L'\\' + std::wstring(name);
+}
+
 std::optional<std::string> readFile(const std::wstring& path, std::uint64_t limit)
 {
     const FileHandle file = openFile(

@@ -15,11 +15,6 @@ constexpr wchar_t kCommands[] = L"Commands";
 constexpr wchar_t kAliases[] = L"ChatAlias";
 constexpr std::wstring_view kMarker = L"{%}";
 constexpr std::size_t kLongest = 200;
-#ifdef _WIN32
-constexpr wchar_t kSeparator[] = L"\\";
-#else
-constexpr wchar_t kSeparator[] = L"/";
-#endif
 
 constexpr const wchar_t* kHugStyles[] = {
     L"{{{{{{{{{{{{{{{{{{{{ {%} }}}}}}}}}}}}}}}}}}}}",
@@ -46,8 +41,8 @@ bool isStyleList(EditorList list)
 
 std::wstring fileOf(EditorList list, const std::wstring& folder)
 {
-    return folder + kSeparator + L"styles" + kSeparator
-           + (list == EditorList::Hugs ? L"hugs.dat" : L"glintune.dat");
+    return joinPath(joinPath(folder, L"styles"),
+                    list == EditorList::Hugs ? L"hugs.dat" : L"glintune.dat");
 }
 
 std::wstring keyOf(EditorList list, std::wstring_view name)
@@ -102,7 +97,7 @@ void saveEditorList(EditorList list, const std::wstring& folder,
         std::wstring text;
         for (const EditorEntry& entry : entries)
             text += entry.text + L"\r\n";
-        makeFolder(folder + kSeparator + L"styles");
+        makeFolder(joinPath(folder, L"styles"));
         replaceFileKeepingCopies(fileOf(list, folder), encodeFileText(text));
         return;
     }

@@ -16,11 +16,6 @@ namespace {
 constexpr char kModule[] = "modSchemeFiles";
 constexpr std::wstring_view kExtension = L".fde";
 constexpr std::uint64_t kLargest = 1u << 20;
-#ifdef _WIN32
-constexpr wchar_t kSeparator[] = L"\\";
-#else
-constexpr wchar_t kSeparator[] = L"/";
-#endif
 
 struct BuiltIn {
     const wchar_t* name;
@@ -70,21 +65,21 @@ clsSchemes::clsSchemes(std::wstring programFolder) : program_(std::move(programF
 
 std::wstring clsSchemes::folder() const
 {
-    return program_ + kSeparator + L"Fader" + kSeparator + L"Schemes";
+    return joinPath(joinPath(program_, L"Fader"), L"Schemes");
 }
 
 std::wstring clsSchemes::pathOf(const std::wstring& name) const
 {
-    return folder() + kSeparator + safeFileName(name) + std::wstring(kExtension);
+    return joinPath(folder(), safeFileName(name) + std::wstring(kExtension));
 }
 
 std::vector<SchemeEntry> clsSchemes::list() const
 {
     std::vector<SchemeEntry> entries;
-    for (const std::wstring& from : {folder(), program_ + kSeparator + L"download"})
+    for (const std::wstring& from : {folder(), joinPath(program_, L"download")})
         for (const FileEntry& file : listFolder(from, L"*.fde"))
             if (!file.folder)
-                entries.push_back({nameOfFile(file.name), from + kSeparator + file.name});
+                entries.push_back({nameOfFile(file.name), joinPath(from, file.name)});
     std::stable_sort(entries.begin(), entries.end(),
                      [](const auto& a, const auto& b) { return lower(a.name) < lower(b.name); });
     entries.erase(

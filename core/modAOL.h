@@ -90,7 +90,8 @@ MailWindow mailFields(HWND window);
 /// is told, when it doesn't open.
 HWND AOL_OpenAttachments(HWND mail);
 
-/// Types a keyword of AOL's into its keyword box and confirms it; false while AOL is offline or busy.
+/// Types a keyword of AOL's into its keyword box and confirms it; false while AOL is offline or
+/// busy.
 bool AOL_OpenKeyword(std::wstring_view keyword);
 /// Opens a member's profile by AOL's keyword box and waits for its window (pumps); 0 when it
 /// doesn't come. A text that has not the form of a screen name opens nothing.

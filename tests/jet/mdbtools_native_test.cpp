@@ -83,7 +83,8 @@ void checkWithTools(Stress& stress)
     std::sort(listed.begin(), listed.end());
     CHECK(listed == names);
 
-    const std::string schema = output(dir, "mdb-schema --indexes --not-empty --no-relations " + file + " postgres");
+    const std::string schema =
+        output(dir, "mdb-schema --indexes --not-empty --no-relations " + file + " postgres");
     const auto count = [&](const std::string& what) {
         std::size_t found = 0;
         for (std::size_t at = 0; (at = schema.find(what, at)) != std::string::npos; ++at)

@@ -312,15 +312,38 @@ bool isRecordError(long number)
            || number == jeterr::kTooLong;
 }
 
-void salvageTable(Salvage& salvage, const Salvage::Found& found, Engine& to,
-                  clsJetDatabase::Repaired& repaired)
+/// The definition by which most of the table's rows can be read: its own, or the usual one.
+std::optional<TableDef> bestDefinition(Salvage& salvage, PageNo no,
+                                       const std::optional<NewTable>& usual)
+{
+    const auto own = salvage.definition(no);
+    if (!usual)
+        return own;
+    const auto lostBy = [&](const TableDef& def) {
+        return salvage.rows(no, [&](RowId, Bytes row) {
+            const Record record = decodeRow(def, row);
+            for (const DataIndex& index : def.data)
+                require(!(index.flags & kRequiredFlag) || !hasNullKey(def, index, record),
+                        "a record without its key");
+        });
+    };
+    const long lostByOwn = own ? lostBy(*own) : 0;
+    if (own && (lostByOwn == 0 || lostByOwn <= lostBy(usual->def)))
+        return own;
+    return usual->def;
+}
+
+void salvageTable(Salvage& salvage, Salvage::Found found, Engine& to,
+                  const std::optional<NewTable>& usual, clsJetDatabase::Repaired& repaired)
 {
     const auto no = static_cast<PageNo>(found.entry.id);
-    const auto def = salvage.definition(no);
+    const auto def = bestDefinition(salvage, no, usual);
     if (!def) {
         repaired.lost += 1 + salvage.rows(no, [](RowId, Bytes) {});
         return;
     }
+    if (found.properties.empty() && usual)
+        found.properties = usual->properties;
     const auto table = makeTable(to, found.entry, *def, found.properties);
     Filler filler(to, *table);
     repaired.lost += salvage.rows(no, [&](RowId, Bytes row) {
@@ -354,15 +377,16 @@ void compact(JetFiles& files, const std::wstring& source, const std::wstring& de
     building.putInPlace();
 }
 
-clsJetDatabase::Repaired repair(JetFiles& files, const std::wstring& path)
+clsJetDatabase::Repaired repair(JetFiles& files, const std::wstring& path, const JetTable* usual)
 {
     clsJetDatabase::Repaired repaired;
+    const std::optional<NewTable> known = usual ? std::optional(newTable(*usual)) : std::nullopt;
     std::optional<Salvage> salvage(std::in_place, files, path);
     const auto tables = salvage->tables();
     Building building(files, path);
     for (const Salvage::Found& found : tables) {
         try {
-            salvageTable(*salvage, found, building.engine(), repaired);
+            salvageTable(*salvage, found, building.engine(), known, repaired);
         } catch (const JetError& error) {
             // A second row of the same name is a stale one; a name that no table can have is
             // damage.

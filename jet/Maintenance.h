@@ -5,6 +5,6 @@
 namespace velora::jet {
 
 void compact(JetFiles& files, const std::wstring& source, const std::wstring& destination);
-clsJetDatabase::Repaired repair(JetFiles& files, const std::wstring& path);
+clsJetDatabase::Repaired repair(JetFiles& files, const std::wstring& path, const JetTable* usual);
 
 } // namespace velora::jet

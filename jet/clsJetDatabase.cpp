@@ -55,9 +55,10 @@ void clsJetDatabase::compactDatabase(const std::wstring& source, const std::wstr
     jet::compact(files, source, destination);
 }
 
-clsJetDatabase::Repaired clsJetDatabase::repairDatabase(const std::wstring& path, JetFiles& files)
+clsJetDatabase::Repaired clsJetDatabase::repairDatabase(const std::wstring& path, JetFiles& files,
+                                                        const JetTable* usual)
 {
-    return jet::repair(files, path);
+    return jet::repair(files, path, usual);
 }
 
 void clsJetDatabase::close()

@@ -68,8 +68,10 @@ public:
         long lost = 0; ///< records that could not be read, or whose key was there already
     };
     /// Rebuilds the file in place from its data pages alone, trusting neither indexes nor maps.
-    /// 3049 when no table can be found; the file is then as it was.
-    static Repaired repairDatabase(const std::wstring& path, JetFiles& files = systemJetFiles());
+    /// A table whose definition cannot be read, or reads fewer of its records, is taken to be as
+    /// `usual` says. 3049 when no table can be found; the file is then as it was.
+    static Repaired repairDatabase(const std::wstring& path, JetFiles& files = systemJetFiles(),
+                                   const JetTable* usual = nullptr);
 
     ~clsJetDatabase();
     clsJetDatabase(const clsJetDatabase&) = delete;

@@ -200,6 +200,31 @@ TEST_CASE("repair leaves out what it cannot read, and a file without a catalogue
     CHECK(hopeless.files.size() == 1);
 }
 
+TEST_CASE("repair takes a lost definition from what the caller knows")
+{
+    const MemoryFiles good = sound();
+    MemoryFiles copy(good);
+    const TableDef def = defOf(copy, L"A");
+    const JetContent before = readJetFile(copy, kPath);
+    const JetTable usual = descriptionTable(L"any");
+    for (const bool zeroed : {true, false}) {
+        CAPTURE(zeroed);
+        MemoryFiles files(good);
+        Page page = zeroed ? Page{} : pageOf(files, def.page);
+        if (!zeroed)
+            page.put16(43, 0); // "no variable columns": a definition that reads, but wrongly
+        setPage(files, def.page, page);
+        MemoryFiles without(files);
+        if (zeroed)
+            CHECK_THROWS_AS(clsJetDatabase::repairDatabase(kPath, without), JetError);
+        const auto repaired = clsJetDatabase::repairDatabase(kPath, files, &usual);
+        CHECK(repaired.records == 40);
+        CHECK(repaired.lost == 0);
+        CHECK(readJetFile(files, kPath) == before);
+        CHECK(checkJetFile(files, kPath) == "");
+    }
+}
+
 TEST_CASE("overflow rows are followed, edited and deleted")
 {
     MemoryFiles files = sound(3);

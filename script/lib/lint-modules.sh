@@ -28,7 +28,7 @@ lint_modules() {
             if [ ! -f "$list" ]; then
                 say "$module: imports from $dll, which has no list in cmake/xp-imports"
                 bad=1
-            elif ! sed 's/ *#.*//' "$list" | grep -qxF "$name"; then
+            elif ! grep -qxF -- "$name" "$list"; then
                 say "$module: imports $name of $dll, which $list does not allow (Windows XP SP3)"
                 bad=1
             fi

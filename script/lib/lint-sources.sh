@@ -5,10 +5,10 @@
 room_table() {
     sed -n 's/^ *velora_room(\([a-z_]*\)\(.*\)).*/\1 \2/p' CMakeLists.txt hook/CMakeLists.txt \
         | sed 's/DEPS//; s/SYSTEM.*//'
-    # The program knows every room; the modules beside it know the ground; the stand-in knows nobody.
+    # The program knows every room; the modules beside it know the ground; so does the stand-in for AOL.
     echo "app $(sed -n 's/^ *velora_room(\([a-z_]*\).*/\1/p' CMakeLists.txt hook/CMakeLists.txt | tr '\n' ' ')"
     echo "modules base"
-    echo "aolhost"
+    echo "aolhost base"
 }
 
 # The rooms that room $1 may include from, itself among them, one in each line.

@@ -9,6 +9,7 @@ namespace {
 constexpr std::size_t kHead = 24;
 constexpr std::size_t kEntry = 24;
 constexpr std::uint32_t kMagic = 0x314A4C56;
+constexpr std::size_t kSector = 512;
 /// A journal of a huge transaction is cut back to nothing rather than kept for reuse.
 constexpr std::uint64_t kKeptSize = 1u << 20;
 
@@ -45,7 +46,8 @@ std::string readJournal(JetFile& file)
 }
 
 /// True when every page is as it was before or after the change. One may be neither: the page whose
-/// writing was cut. A journal left beside a file that has since been replaced fails this.
+/// writing was cut, which begins like the new one. A journal left beside a file that has since been
+/// replaced fails this.
 bool belongsTo(Bytes journal, JetFile& database)
 {
     const std::uint32_t count = journal.u32(4);
@@ -60,7 +62,10 @@ bool belongsTo(Bytes journal, JetFile& database)
             continue; // appended by the change: it was nothing before
         const std::size_t got = database.read(at, page.bytes.data(), kPageSize);
         const std::uint64_t sum = checksum(page.bytes.data(), got);
-        if (sum != u64(entry, 8) && sum != u64(entry, 16) && ++strange > 1)
+        if (sum == u64(entry, 8) || sum == u64(entry, 16))
+            continue;
+        const Bytes after = journal.part(kHead + count * kEntry + i * kPageSize, kPageSize);
+        if (std::memcmp(page.bytes.data(), after.data(), kSector) != 0 || ++strange > 1)
             return false;
     }
     return true;

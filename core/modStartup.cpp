@@ -381,7 +381,7 @@ std::wstring migrationSource(std::wstring_view appPath, const std::wstring& prog
     // The value may also name a file in the folder.
     if (!host.folderExists(folder) && host.fileExists(folder))
         folder.resize(std::min(folder.rfind(L'\\'), folder.size()));
-    if (folder.empty() || !host.folderExists(folder) || equalNoCase(folder, programFolder)
+    if (!host.folderExists(folder) || equalNoCase(folder, programFolder)
         || lower(folder).find(lower(kProgramFolderName)) != std::wstring::npos)
         return {};
     return folder;

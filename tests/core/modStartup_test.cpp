@@ -25,7 +25,8 @@ public:
     std::set<std::wstring> windows;
     std::wstring name = L"velora", folder, screenName = L"SteveCase";
     bool firstInstance = true, aolRuns = false, allows = true;
-    std::string refusing; ///< the AOL step that answers false
+    std::wstring chosenFolder; ///< what the user answers when AOL's folder is asked for
+    std::string refusing;      ///< the AOL step that answers false
     std::string cancelAfter;
 
     PaperHost()
@@ -104,7 +105,12 @@ public:
     bool aolWindowExists() override { return aolRuns; }
     bool takeRunningAol() override { return step("take"); }
     void detectEdition() override { note("edition"); }
-    bool startAol() override { return step("start"); }
+    bool startAol() override
+    {
+        if (!chosenFolder.empty())
+            folder = chosenFolder;
+        return step("start");
+    }
     bool askAolFolder() override { return step("ask"); }
     bool readAolVersion() override { return step("version"); }
     int aolVersion() override { return 5; }
@@ -178,6 +184,17 @@ TEST_CASE_FIXTURE(Machine, "the steps of a start without AOL, in their order")
                                       "init"});
     CHECK(host.folder == L"C:\\AOL");
     CHECK(host.messages.empty());
+}
+
+TEST_CASE_FIXTURE(Machine, "the edition is that of the folder that AOL was started from")
+{
+    host.chosenFolder = L"C:\\AOL";
+    CHECK(run());
+    CHECK(std::count(host.done.begin(), host.done.end(), "edition") == 1);
+    host.done.clear();
+    put(L"AOL Path", std::wstring(L"C:\\AOL"));
+    CHECK(run());
+    CHECK(std::count(host.done.begin(), host.done.end(), "edition") == 1);
 }
 
 TEST_CASE_FIXTURE(Machine, "AOL that runs is taken, not started")

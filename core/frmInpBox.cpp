@@ -17,7 +17,13 @@ frmInpBox::frmInpBox(std::wstring_view prompt, std::wstring_view caption, std::w
 
 std::wstring frmInpBox::ask()
 {
-    runModal();
+    return answer().value_or(std::wstring());
+}
+
+std::optional<std::wstring> frmInpBox::answer()
+{
+    if (runModal() != IDOK)
+        return std::nullopt;
     return entered_;
 }
 

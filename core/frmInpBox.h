@@ -5,6 +5,7 @@
 #include "ui/Controls.h"
 #include "ui/Form.h"
 
+#include <optional>
 #include <string>
 
 namespace velora {
@@ -16,6 +17,8 @@ public:
 
     /// Shows the box and pumps until it is answered; empty when cancelled.
     std::wstring ask();
+    /// The same, but tells Cancel (absent) from OK with nothing entered.
+    std::optional<std::wstring> answer();
 
 private:
     FormOptions options() const override;

@@ -99,6 +99,8 @@ TEST_CASE_FIXTURE(Fixture, "an empty store gives every default")
     CHECK(opt::General::AutoCloseTime.get() == 5);
     CHECK(opt::ChatExtender::CharsInLine.get() == 60);
     CHECK(opt::IM::TabsOn.get());
+    CHECK(opt::IM::QuietFullScreen.get());
+    CHECK(opt::IM::MaxAnswersPerHour.get() == 5);
     CHECK(opt::WavScan::MaxPerMinute.get() == 12);
     CHECK(opt::EMail::IncludeDecryptInstructions.get());
 }

@@ -7,6 +7,8 @@
 
 namespace velora {
 
+class Menu;
+
 struct ToolbarRoutes {
     /// The name to show and look up for a screen name (the user's aliases).
     std::function<std::wstring(const std::wstring& screenName)> checkForAlias;
@@ -27,6 +29,22 @@ struct ToolbarRoutes {
     std::function<void()> openWavs;
     /// Ends the sound that plays.
     std::function<void()> stopSounds;
+    /// Turns AOL's instant messages off or on ("Turn IMs Off", "Turn IMs On").
+    std::function<void(bool on)> imSwitch;
+    /// Opens the IM manager (the button cmdIMs).
+    std::function<void()> openIMs;
+    /// Puts the items of a button's menu into it; a button without one stays away.
+    std::function<void(Menu&)> mailMenu, quotesMenu;
+    /// Encrypts the mail that is open (the button cmdEncrypt).
+    std::function<void()> encryptMail;
+    /// Instant messages of this member are taken no notice of from now on.
+    std::function<void(const std::wstring& screenName)> ignoreMember;
+
+    std::function<void()> showOptions;
+    std::function<void()> checkUpdate;
+    /// Writes a note of the user's into the chat log. Called only while rooms are logged.
+    std::function<void(const std::wstring& note)> logNote;
+
     /// Ends the program, after asking the user.
     std::function<void()> exitProgram;
     /// AOL has ended: the program has nothing left to do.

@@ -17,12 +17,15 @@ public:
     /// built them yet or does not answer.
     bool attach(AgentLink& link, HWND room);
     void detach();
-    bool attached() const { return sbcCmdLine.window() != nullptr; }
+    /// False again when AOL has replaced one of the two.
+    bool attached() const { return sbcCmdLine.window() && sbcSendIcon.window(); }
 
     /// A keyword text, what follows its "/"; AOL is not waiting.
     std::function<void(const std::wstring&)> onKeyword;
     /// Lines to send one after the other; AOL is not waiting.
     std::function<void(std::vector<std::wstring>)> onLines;
+    /// The user has begun a keyword: the box holds a "/" and nothing else.
+    std::function<void()> onSlash;
 
 private:
     void keyPressed(HookMessage& message);

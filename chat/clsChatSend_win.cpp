@@ -3,6 +3,7 @@
 #include "base/trap.h"
 #include "chat/modCurrentFade.h"
 #include "core/modAOL.h"
+#include "core/modAOLRules.h"
 #include "settings/Options.h"
 
 namespace velora {
@@ -47,9 +48,11 @@ clsChatSend::clsChatSend()
 {
     sbcCmdLine.WndMessageX = [this](HookMessage& message) { keyPressed(message); };
     sbcSendIcon.WndMessageX = [this](HookMessage& message) {
-        if (message.message == WM_KEYDOWN)
+        // From version 6 on AOL's buttons take Enter, too.
+        if (message.message == WM_KEYDOWN
+            || (message.message == WM_CHAR && iconPress(aol().version) == IconPress::enter))
             keyPressed(message);
-        else
+        else if (message.message != WM_CHAR)
             mouse(message);
     };
     sbcCmdLine.DelayedEvent = sbcSendIcon.DelayedEvent = [this](int code) { delayed(code); };
@@ -63,15 +66,17 @@ bool clsChatSend::attach(AgentLink& link, HWND room)
             link_ = &link;
             input_ = chatInput(room);
             const HWND send = chatSendIcon(room);
-            const bool both = input_ && send
-                              && sbcCmdLine.attach(link, input_,
-                                                   {WatchRule::key(WM_KEYDOWN, VK_RETURN),
-                                                    WatchRule::key(WM_CHAR, VK_RETURN)})
-                              && sbcSendIcon.attach(link, send,
-                                                    {WatchRule::key(WM_KEYDOWN, VK_SPACE),
-                                                     {WM_LBUTTONDOWN},
-                                                     {WM_LBUTTONDBLCLK},
-                                                     {WM_LBUTTONUP}});
+            const bool both =
+                input_ && send
+                && sbcCmdLine.attach(link, input_,
+                                     {WatchRule::key(WM_KEYDOWN, VK_RETURN),
+                                      WatchRule::key(WM_CHAR, VK_RETURN),
+                                      WatchRule::key(WM_CHAR, L'/', Delivery::postedAfter)})
+                && sbcSendIcon.attach(link, send,
+                                      {WatchRule::key(WM_KEYDOWN, VK_SPACE),
+                                       {WM_LBUTTONDOWN},
+                                       {WM_LBUTTONDBLCLK},
+                                       {WM_LBUTTONUP}});
             if (!both)
                 detach();
             return both;
@@ -89,6 +94,11 @@ void clsChatSend::detach()
 void clsChatSend::keyPressed(HookMessage& message)
 {
     trap(kModule, [&] {
+        if (message.posted) {
+            if (onSlash && link_->readText(input_) == L"/")
+                onSlash();
+            return;
+        }
         if (!ownEnter())
             message.noDefault = takeOver(message);
     });

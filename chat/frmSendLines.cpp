@@ -1,8 +1,11 @@
 #include "chat/frmSendLines.h"
 
+#include "base/text.h"
 #include "base/trap.h"
+#include "chat/modRoomText.h"
 #include "chat/modSendRules.h"
 #include "core/modAOL.h"
+#include "hook/aolSend.h"
 #include "settings/Options.h"
 
 namespace velora {
@@ -63,7 +66,7 @@ void frmSendLines::refresh()
 void frmSendLines::sendNext()
 {
     // A line that AOL did not take is kept with the rest.
-    if (next_ < lines_.size() && AOL_FindChat() && TextToChat(lines_[next_], kSendNow))
+    if (next_ < lines_.size() && AOL_FindChat() && sayInRoom(asTheyLeave(lines_[next_])))
         ++next_;
     else
         tmrBurst.stop();
@@ -78,9 +81,13 @@ bool frmSendLines::onClose(CloseReason)
     std::wstring rest;
     for (; next_ < lines_.size(); ++next_)
         rest += (rest.empty() ? L"" : L" ") + lines_[next_];
-    // What the user typed is never lost: the rest goes back to where it came from.
-    if (!rest.empty() && AOL_FindChat())
-        TextToChat(rest, kPutOnly);
+    // What the user typed is never lost: the rest goes back to where it came from, in front of what
+    // was begun there meanwhile.
+    const HWND room = rest.empty() ? nullptr : AOL_FindChat();
+    if (!room)
+        return true;
+    const std::wstring begun = trim(aolText(chatInput(room)).value_or(std::wstring()));
+    TextToChat(begun.empty() ? rest : rest + L" " + begun, kPutOnly);
     return true;
 }
 

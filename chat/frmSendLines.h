@@ -5,8 +5,9 @@
 
 namespace velora {
 
-/// Sends lines to the room one after the other, "MultilineBurst" seconds apart, and shows how far
-/// it is. Cancel stops it; what has not gone out comes back into the room's input box.
+/// Sends lines to the room one after the other, "MultilineBurst" seconds apart, faded while the
+/// fader is on, and shows how far it is. Cancel stops it; what has not gone out comes back into the
+/// room's input box.
 class frmSendLines final : public Form {
 public:
     explicit frmSendLines(std::vector<std::wstring> lines);

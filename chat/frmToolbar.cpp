@@ -19,13 +19,17 @@ constexpr Size kButtonSize{28, 26};
 constexpr int kGrip = 9;  // pixels along the panel
 constexpr int kFrame = 2; // around the buttons
 constexpr UINT kDragMs = 15;
-constexpr wchar_t kMenuTip[] = L"Velora's menu";
 /// Left free at the right end: there AOL shows the buttons of a maximised window of its own.
 constexpr int kFromRight = 64;
 
 bool has(const std::function<void()>& route)
 {
     return static_cast<bool>(route);
+}
+
+bool always(const ToolbarRoutes&)
+{
+    return true;
 }
 
 } // namespace
@@ -44,8 +48,24 @@ const frmToolbar::ButtonRow frmToolbar::kButtons[] = {
     {&frmToolbar::cmdWavs, L"Wav List", L"Wav List: hear sounds and send them to the room",
      IconId::wavs, [](const ToolbarRoutes& routes) { return has(routes.openWavs); },
      &frmToolbar::openWavs},
-    {&frmToolbar::cmdMenu, L"Menu", kMenuTip, IconId::menu,
-     [](const ToolbarRoutes&) { return true; }, &frmToolbar::openMenu},
+    {&frmToolbar::cmdIMs, L"IM Manager", L"IM Manager: all your instant messages in one window",
+     IconId::ims, [](const ToolbarRoutes& routes) { return has(routes.openIMs); },
+     &frmToolbar::openIMs},
+    {&frmToolbar::cmdMail, L"Mail", L"Mail tools", IconId::mail,
+     [](const ToolbarRoutes& routes) { return bool(routes.mailMenu); }, &frmToolbar::openMail},
+    {&frmToolbar::cmdPeople, L"People", L"People: who is in the room", IconId::people, always,
+     &frmToolbar::openPeople},
+    {&frmToolbar::cmdQuotes, L"Quotes", L"Quotes: how your replies quote", IconId::quotes,
+     [](const ToolbarRoutes& routes) { return bool(routes.quotesMenu); }, &frmToolbar::openQuotes},
+    {&frmToolbar::cmdHugs, L"Hugs", L"Hugs: hug somebody in the room", IconId::hugs, always,
+     &frmToolbar::openHugs},
+    {&frmToolbar::cmdFade, L"Fader", L"Fader: colours for what you write", IconId::fade, always,
+     &frmToolbar::openFade},
+    {&frmToolbar::cmdEncrypt, L"Encrypt", L"Encrypt the mail that is open", IconId::encrypt,
+     [](const ToolbarRoutes& routes) { return has(routes.encryptMail); }, &frmToolbar::openEncrypt},
+    {&frmToolbar::cmdMenu, L"Menu", L"Velora's menu", IconId::menu, always, &frmToolbar::openMenu},
+    {&frmToolbar::cmdPlus, L"Commands", L"Your own commands", IconId::plus, always,
+     &frmToolbar::openPlus},
 };
 
 frmToolbar::frmToolbar() : Form("frmToolbar") {}
@@ -149,51 +169,20 @@ void frmToolbar::SetPanelPos()
     });
 }
 
-void frmToolbar::openWavs()
+void frmToolbar::showUnder(ImageButton& button, Menu& menu)
 {
-    toolbarRoutes().openWavs();
-}
-
-void frmToolbar::openMenu()
-{
-    const Rect button = cmdMenu.screenPlace();
+    const Rect place = button.screenPlace();
     // Its tip would come up over the menu.
-    tips_.remove(cmdMenu);
-    showMenu({button.left, button.bottom});
-    if (isOpen())
-        tips_.add(cmdMenu, kMenuTip);
-}
-
-void frmToolbar::showMenu(Point at)
-{
-    const ToolbarRoutes& routes = toolbarRoutes();
-    const bool hears = opt::General::WavDetect.get();
-    const bool horizontal = opt::Toolbar::Horizontal.get();
-    Menu mnuMenuItem;
-    if (has(routes.openWavs))
-        mnuMenuItem.item(L"&Wav List...", [this] { openWavs(); });
-    if (has(routes.stopSounds))
-        mnuMenuItem.item(L"&Stop Sound", routes.stopSounds);
-    mnuMenuItem.item(L"&Play Sounds Said in the Room",
-                     [hears] { opt::General::WavDetect.set(!hears); }, {.checked = hears});
-    mnuMenuItem.separator();
-    mnuMenuItem.item(L"&Upright Toolbar",
-                     [this, horizontal] {
-                         opt::Toolbar::Horizontal.set(!horizontal);
-                         ResizeButtons();
-                     },
-                     {.checked = !horizontal});
-    mnuMenuItem.item(L"&Reset Toolbar Position",
-                     [this] {
-                         opt::Toolbar::Position.set(L"");
-                         SetPanelPos();
-                     },
-                     {.enabled = parsePanelOffset(opt::Toolbar::Position.get()).has_value()});
-    if (has(routes.exitProgram)) {
-        mnuMenuItem.separator();
-        mnuMenuItem.item(L"E&xit Velora", routes.exitProgram);
-    }
-    mnuMenuItem.popup(*this, at);
+    tips_.remove(button);
+    if (opt::Toolbar::Horizontal.get())
+        menu.popup(*this, {place.left, place.bottom});
+    else
+        menu.popup(*this, {place.right, place.top});
+    if (!isOpen())
+        return;
+    for (const ButtonRow& row : kButtons)
+        if (&(this->*row.button) == &button)
+            tips_.add(button, row.tip);
 }
 
 void frmToolbar::onContextMenu(Control*, Point at)

@@ -4,6 +4,7 @@
 //
 // The panel is a window of ours that belongs to AOL's frame: it follows it, hides with it, and
 // never takes the focus.
+#include "chat/clsChatSend.h"
 #include "chat/modPanel.h"
 #include "core/clsChat.h"
 #include "hook/WindowHook.h"
@@ -16,6 +17,8 @@
 #include <optional>
 
 namespace velora {
+
+class Menu;
 
 class frmToolbar final : public Form {
 public:
@@ -37,6 +40,8 @@ public:
     void ChatScanOff();
     /// One new line of the room.
     void Chat_ChatMsg(std::wstring& screenName, std::wstring& message);
+    /// What the user sends in the room is looked at before AOL gets it.
+    bool hooksSend() const { return Send.attached(); }
     /// The room that is read; 0 when none is.
     HWND scannedRoom() const { return room_; }
 
@@ -62,8 +67,21 @@ private:
     static const ButtonRow kButtons[];
 
     void openWavs();
+    void openIMs();
+    void openMail();
+    void openPeople();
+    void openQuotes();
+    void openHugs();
+    void openFade();
+    void openEncrypt();
     void openMenu();
+    void openPlus();
+    /// Shows a button's menu below it (pumps).
+    void showUnder(ImageButton& button, Menu& menu);
     void showMenu(Point at);
+    void fillMenu(Menu& mnuMenuItem);
+    void addPeople(Menu& menu, const std::function<void(Menu&, const std::wstring&)>& add);
+    void person(Menu& mnuPeopleItem, const std::wstring& screenName);
     void startDrag();
     void drag();
     void endDrag();
@@ -75,14 +93,18 @@ private:
     void watchRoom(bool changed);
     void keepReading();
     bool hookDisplay();
+    void hookSend();
+    void addAolMenus();
     void checkChat();
     void aolGone(HWND window);
     void aolEnded();
 
-    ImageButton cmdWavs, cmdMenu;
+    ImageButton cmdWavs, cmdIMs, cmdMail, cmdPeople, cmdQuotes, cmdHugs, cmdFade, cmdEncrypt,
+        cmdMenu, cmdPlus;
     ToolTip tips_;
     Timer Timer1, tmrDrag, tmrIMWatch;
     WindowHook sbcChat;
+    clsChatSend Send; // sbcCmdLine and sbcSendIcon
     std::unique_ptr<clsChat> Chat;
 
     HWND frame_ = nullptr;
@@ -92,6 +114,7 @@ private:
     DWORD nextLook_ = 0;
     DWORD connectDelay_ = 0;
     bool roomsChanged_ = true;
+    bool aolMenus_ = false; // our items are in AOL's menus
     bool ended_ = false;
     std::optional<PanelOffset> dragged_; // while the user drags the panel
     POINT dragFrom_{};

@@ -69,6 +69,7 @@ void frmToolbar::UnhookSubclasses()
         AgentLink& link = aolLink();
         link.onMoved = nullptr;
         link.onChild = link.onGone = nullptr;
+        link.onMenu = nullptr;
         link.onAolEnded = nullptr;
         link.disconnect();
     });
@@ -82,10 +83,17 @@ void frmToolbar::onDestroy()
 
 void frmToolbar::connect()
 {
-    if (aolLink().connected() || !isDue(nextConnect_))
+    if (aolLink().connected()) {
+        if (!aolMenus_)
+            addAolMenus();
+        return;
+    }
+    aolMenus_ = false;
+    if (!isDue(nextConnect_))
         return;
     if (connectAol()) {
         connectDelay_ = 0;
+        addAolMenus();
         return;
     }
     connectDelay_ = std::clamp(connectDelay_ * 2, kFirstConnectDelay, kLongestConnectDelay);
@@ -128,6 +136,7 @@ void frmToolbar::watchRoom(bool changed)
 void frmToolbar::keepReading()
 {
     const bool hooked = sbcChat.window() || hookDisplay();
+    hookSend();
     // Without a hook the timer is the notice; a look that AOL did not answer is made again.
     if (!hooked || Chat->missed())
         checkChat();
@@ -160,6 +169,7 @@ void frmToolbar::ChatScanOn(HWND chatRoom)
         };
         sbcChat.WndMessageX = [this](HookMessage&) { checkChat(); };
         hookDisplay();
+        hookSend();
         Chat->Init(chatDisplayReader(display));
     });
 }
@@ -168,6 +178,7 @@ void frmToolbar::ChatScanOff()
 {
     trap(kModule, [&] {
         sbcChat.detach();
+        Send.detach();
         Chat.reset();
         if (std::exchange(room_, nullptr) && toolbarRoutes().roomLeft)
             toolbarRoutes().roomLeft();

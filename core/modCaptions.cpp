@@ -40,6 +40,13 @@ const Captions& of(int edition)
 
 } // namespace
 
+std::wstring sendImMenuCaption(int edition)
+{
+    return edition == kGermany  ? L"Telegramm schicken"
+           : edition == kFrance ? L"Envoyer un Message Eclair"
+                                : L"Send Instant Message";
+}
+
 std::wstring writeMailCaption(int edition)
 {
     return of(edition).writeMail;

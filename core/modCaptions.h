@@ -20,6 +20,8 @@ std::wstring welcomePrefix(int edition);
 std::wstring attachCaption(int edition);
 std::wstring attachmentsCaption(int edition);
 std::wstring profileCaption(int edition);
+/// AOL's menu item that begins an instant message.
+std::wstring sendImMenuCaption(int edition);
 
 /// Wildcard patterns for the captions of Instant Message windows.
 std::wstring imReceivedPattern(int edition, int version);

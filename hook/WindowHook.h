@@ -37,7 +37,7 @@ struct HookMessage {
     bool posted = false; ///< AOL is not waiting: noDefault has no effect
     /// AOL is not to handle the message. With a key pressed, the character and the key's release
     /// that follow are kept from AOL too, and are not raised again (the same when it is let
-    /// through).
+    /// through). With the mouse pressed the release is kept from AOL too, but it is raised.
     bool noDefault = false;
 
     /// Asks for DelayedEvent(code), 1 to 255, once AOL is done with the message.

@@ -147,9 +147,12 @@ LRESULT CALLBACK watchProc(HWND window, UINT message, WPARAM wParam, LPARAM lPar
         return 0;
     const bool queued = InSendMessageEx(nullptr) == ISMEX_NOSEND;
     const auto followUp = record->press.next(message, static_cast<std::uint32_t>(wParam), queued);
-    if (followUp.swallow)
+    // Whoever took a press of the mouse hears of its release, too: only there it is known whether
+    // the pointer is still on the button.
+    if (followUp.swallow && message != WM_LBUTTONUP)
         return 0;
-    const Verdict verdict = beforeAol(copy.slots, followUp.asked, window, message, wParam, lParam);
+    Verdict verdict = beforeAol(copy.slots, followUp.asked, window, message, wParam, lParam);
+    verdict.swallow = verdict.swallow || followUp.swallow;
     if (verdict.asked) {
         record = findRecord(window);
         if (record)

@@ -74,6 +74,7 @@ bool clsChatSend::attach(AgentLink& link, HWND room)
                                       WatchRule::key(WM_CHAR, L'/', Delivery::postedAfter)})
                 && sbcSendIcon.attach(link, send,
                                       {WatchRule::key(WM_KEYDOWN, VK_SPACE),
+                                       WatchRule::key(WM_CHAR, VK_RETURN),
                                        {WM_LBUTTONDOWN},
                                        {WM_LBUTTONDBLCLK},
                                        {WM_LBUTTONUP}});

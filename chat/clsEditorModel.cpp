@@ -4,8 +4,21 @@
 
 namespace velora {
 namespace {
+
 constexpr std::size_t kMostEntries = 500;
+
+/// What two entries may not share. Names are kept without regard to case, those of members without
+/// blanks.
+std::wstring keyOf(EditorList list, const EditorEntry& entry)
+{
+    switch (list) {
+    case EditorList::Commands: return lower(trim(entry.name));
+    case EditorList::Aliases: return screenNameKey(entry.name);
+    default: return entry.text;
+    }
 }
+
+} // namespace
 
 clsEditorModel::clsEditorModel(EditorList list, std::vector<EditorEntry> entries,
                                std::wstring current)
@@ -26,14 +39,8 @@ std::wstring clsEditorModel::fault(const EditorEntry& entry, int at) const
         return reason;
     if (at < 0 && entries_.size() >= kMostEntries)
         return L"The list is full.";
-    // The names are kept without regard to case, those of members without blanks.
-    const auto key = [&](const EditorEntry& of) {
-        return !hasNames()                    ? of.text
-               : list_ == EditorList::Aliases ? screenNameKey(of.name)
-                                              : lower(trim(of.name));
-    };
     for (std::size_t i = 0; i < entries_.size(); ++i)
-        if (static_cast<int>(i) != at && key(entries_[i]) == key(entry))
+        if (static_cast<int>(i) != at && keyOf(list_, entries_[i]) == keyOf(list_, entry))
             return L"This entry is in the list already.";
     return {};
 }

@@ -11,6 +11,7 @@
 #include "core/MsgBoxEx.h"
 #include "core/modAOL.h"
 #include "hook/AgentLink.h"
+#include "im_mail/modIM_Manager.h"
 #include "sounds/modSounds.h"
 
 namespace velora {
@@ -60,6 +61,7 @@ void fillToolbarRoutes()
     };
     routes.roomLeft = [] { clsChatLogger::instance().leaveRoom(); };
     routes.hotWord = frmHotAlert::alert;
+    routeIMs(routes);
     routes.exitProgram = [] { UnloadAllForms(true); };
     routes.aolEnded = [] { UnloadAllForms(false); };
 }

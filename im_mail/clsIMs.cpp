@@ -90,6 +90,12 @@ bool clsIMs::markUnread(WindowId window)
     return entries_[*index].unread = true;
 }
 
+void clsIMs::markRead(WindowId window)
+{
+    if (const auto index = indexOf(window))
+        entries_[*index].unread = false;
+}
+
 std::size_t clsIMs::unreadCount() const
 {
     return static_cast<std::size_t>(

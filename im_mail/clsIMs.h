@@ -43,6 +43,8 @@ public:
     /// Marks an IM that has something new, unless it is the current one. False when it stays as it
     /// was.
     bool markUnread(WindowId window);
+    /// Takes the mark away.
+    void markRead(WindowId window);
     std::size_t unreadCount() const;
 
 private:

@@ -6,6 +6,9 @@
 #include <algorithm>
 
 namespace velora {
+namespace {
+constexpr std::wstring_view kEndMark = L"\r\nEnd IM - ";
+}
 
 std::wstring imLogPath(std::wstring_view folder, std::wstring_view screenName, bool byDate,
                        const DateTime& when)
@@ -22,7 +25,7 @@ std::wstring beginRecord(const DateTime& when)
 
 std::wstring endRecord(const DateTime& when)
 {
-    return L"\r\nEnd IM - " + shortDate(when) + L"\t" + mediumTime(when) + L"\r\n";
+    return std::wstring(kEndMark) + shortDate(when) + L"\t" + mediumTime(when) + L"\r\n";
 }
 
 std::wstring answeredEntry(std::wstring_view conversation, const DateTime& when)
@@ -58,6 +61,27 @@ std::wstring clsIMLogWriter::update(std::wstring_view conversation)
     if (!conversation.empty())
         tail_ = conversation.substr(conversation.size() - std::min(kTail, conversation.size()));
     return fresh;
+}
+
+bool clsIMLogWriter::resume(std::wstring_view log, std::wstring_view conversation)
+{
+    const std::size_t begin = log.rfind(kBeginImLabel);
+    if (begin == log.npos)
+        return false;
+    std::wstring_view block = log.substr(begin);
+    if (const std::size_t end = block.rfind(kEndMark); end != block.npos)
+        block = block.substr(0, end);
+    // The log holds the conversation's characters as far as its code page has them.
+    const std::wstring logged = from1252(to1252(conversation));
+    if (logged.size() != conversation.size() || block.size() <= kBeginImLabel.size())
+        return false;
+    const std::wstring_view last = block.substr(block.size() - std::min(kTail, block.size()));
+    const std::size_t at = logged.rfind(last);
+    if (at == logged.npos)
+        return false;
+    written_ = at + last.size();
+    tail_ = conversation.substr(at, last.size());
+    return true;
 }
 
 std::wstring clsIMLogWriter::finish(std::wstring_view conversation, const DateTime& when)

@@ -36,6 +36,10 @@ public:
     /// The rest and the end record. Later calls begin a new block.
     std::wstring finish(std::wstring_view conversation, const DateTime& when);
     bool begun() const { return !tail_.empty(); }
+    /// A log that holds the beginning of this conversation, from a former run of the program: what
+    /// is there is not written again. An end record after it becomes a part of the block. False,
+    /// and nothing changed, when the log's last block is another conversation.
+    bool resume(std::wstring_view log, std::wstring_view conversation);
 
 private:
     static constexpr std::size_t kTail = 2000;

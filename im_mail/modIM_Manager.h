@@ -16,6 +16,7 @@
 namespace velora {
 
 class clsIMSession;
+struct ToolbarRoutes;
 
 /// More IMs than this stay in AOL, where they are logged all the same.
 inline constexpr std::size_t kMostTakenIMs = 60;
@@ -46,6 +47,9 @@ bool FindImTab(bool take);
 /// True when the sender is on the ignore list: for good or, with `temporary`, for some days.
 bool IgnoreIMs(std::wstring_view screenName, bool temporary);
 
+/// Fills what the toolbar tells of AOL's documents, and its button.
+void routeIMs(ToolbarRoutes& routes);
+
 /// A document of AOL was made or changed, or is gone.
 void imDocumentChanged(HWND document);
 void imDocumentGone(HWND document);
@@ -61,6 +65,8 @@ void showIMs();
 
 /// Gives every taken IM back to AOL, to its old place. With `close` they are closed instead.
 void Tab_UnhookIMs(bool close);
+/// Begins: call when the routes are filled. After endIMs it begins anew.
+void startIMs();
 /// The program ends, or AOL has: logs get their end records, IMs are given back (or closed, by the
 /// option CloseIMsOnExit), and nothing of AOL is watched any more.
 void endIMs();

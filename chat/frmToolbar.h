@@ -5,6 +5,7 @@
 // The panel is a window of ours that belongs to AOL's frame: it follows it, hides with it, and
 // never takes the focus.
 #include "chat/clsChatSend.h"
+#include "chat/clsReplyHooks.h"
 #include "chat/modPanel.h"
 #include "core/clsChat.h"
 #include "hook/WindowHook.h"
@@ -105,6 +106,7 @@ private:
     Timer Timer1, tmrDrag, tmrIMWatch;
     WindowHook sbcChat;
     clsChatSend Send; // sbcCmdLine and sbcSendIcon
+    clsReplyHooks Replies; // sbcMB
     std::unique_ptr<clsChat> Chat;
 
     HWND frame_ = nullptr;

@@ -49,6 +49,7 @@ void frmToolbar::EnableSubclass()
         };
         link.onChild = [this](HWND document) {
             watchRoom(true);
+            Replies.childChanged(document);
             call(toolbarRoutes().documentChanged, document);
         };
         link.onGone = [this](HWND window) { aolGone(window); };
@@ -66,6 +67,7 @@ void frmToolbar::UnhookSubclasses()
         Timer1.stop();
         tmrIMWatch.stop();
         ChatScanOff();
+        Replies.detach();
         AgentLink& link = aolLink();
         link.onMoved = nullptr;
         link.onChild = link.onGone = nullptr;
@@ -211,6 +213,7 @@ void frmToolbar::aolGone(HWND window)
         return;
     }
     watchRoom(true);
+    Replies.childGone(window);
     call(toolbarRoutes().documentGone, window);
 }
 
@@ -221,6 +224,7 @@ void frmToolbar::aolEnded()
     ended_ = true;
     Timer1.stop();
     ChatScanOff();
+    Replies.detach();
     show(false);
     // Not from here: the link that tells it is taken down by what follows.
     if (toolbarRoutes().aolEnded)

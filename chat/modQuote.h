@@ -23,8 +23,7 @@ struct QuoteVariables {
 std::wstring escapeHtml(std::wstring_view text);
 
 /// Replaces "{SN}", "{D}" and "{T}" in one pass: what a value holds is never looked at again, and
-/// its
-/// "<", ">" and "&" are escaped.
+/// its "<", ">" and "&" are escaped.
 std::wstring FillVariables(std::wstring_view text, const QuoteVariables& values);
 
 /// What the options of a reply ask for.
@@ -59,9 +58,63 @@ ReplyAndSignature GetReplyAndSig(std::wstring_view html);
 /// front.
 bool isReplySubject(std::wstring_view subject);
 
-/// Sender and date from the text of a read mail's head ("Subj:", "Date:", "From:" lines, in any
-/// edition's words); empty when the head has none.
+/// The subject without the mark of a reply or forward in front.
+std::wstring_view bareSubject(std::wstring_view subject);
+/// Whether a reply window's subject answers a message with that subject. Captions may be cut short;
+/// a message without a known subject is answered by any.
+bool answersSubject(std::wstring_view reply, std::wstring_view original);
+
+/// Sender, date and subject from the head of a read message ("Subj:", "Date:", "From:" lines, in
+/// any edition's words); empty when the head has none.
 std::wstring senderFromMailText(std::wstring_view text);
 std::wstring dateFromMailText(std::wstring_view text);
+std::wstring subjectFromMailText(std::wstring_view text);
+/// What follows the head and its empty line; all of a text that has no head.
+std::wstring bodyFromMailText(std::wstring_view text);
+
+/// A date line in its two parts, "1/2/2003" and "4:05:06 PM"; a date without a time of day is all
+/// date.
+struct DateAndTime {
+    std::wstring date, time;
+};
+DateAndTime splitMailDate(std::wstring_view text);
+
+/// A message as it was on the screen when the user asked for a reply.
+struct OriginalMessage {
+    std::wstring text;      ///< all of its window's text, head and body; HTML when it says so
+    std::wstring selection; ///< what the user had selected
+};
+
+/// HTML as a reader sees it, for the versions of AOL whose windows give their text as HTML.
+std::wstring plainFromHtml(std::wstring_view html);
+
+/// The part of the message that is quoted, as HTML: the selection, else the body. A text longer
+/// than kMostQuoted characters is cut there, with "[...]".
+std::wstring GetQuoteText(const OriginalMessage& original, bool withHead = false);
+inline constexpr std::size_t kMostQuoted = 30000;
+
+/// The template filled with what the message tells about itself. `alias` gives the name to show for
+/// a sender.
+template <class Alias>
+std::wstring GetSeperatorText(std::wstring_view charHtml, const OriginalMessage& original,
+                              const Alias& alias);
+
+/// The reply window's new text: what stands there already, then the quote. What AOL itself has
+/// copied into it (the selection between "<<" and ">>", the whole text of a forward) is left out,
+/// for the quote says it.
+std::wstring composeReply(std::wstring_view existing, const OriginalMessage& original,
+                          std::wstring_view quote);
+
+/// The text of a message for finding its head: as it is, or read from HTML.
+std::wstring shownText(const OriginalMessage& original);
+
+template <class Alias>
+std::wstring GetSeperatorText(std::wstring_view charHtml, const OriginalMessage& original,
+                              const Alias& alias)
+{
+    const std::wstring shown = shownText(original);
+    const DateAndTime when = splitMailDate(dateFromMailText(shown));
+    return FillVariables(charHtml, {alias(senderFromMailText(shown)), when.date, when.time});
+}
 
 } // namespace velora

@@ -15,22 +15,24 @@ struct Captions {
     const wchar_t* attach;
     const wchar_t* attachments;
     const wchar_t* profile;
+    const wchar_t *reply, *replyAll, *forward;
     wchar_t findLetter;
 };
 
 constexpr Captions kCaptions[kEditions] = {
     {L"Write Mail", L"America  Online", L"America Online", L"Sign On", L"Welcome,", L"Attach",
-     L"Attachments", L"Member Profile", L'f'},
+     L"Attachments", L"Member Profile", L"Reply", L"Reply All", L"Forward", L'f'},
     {L"Write Email", L"AOL", L"AOL", L"Sign On", L"Welcome,", L"Attach", L"Attachments",
-     L"Member Profile", L'f'},
+     L"Member Profile", L"Reply", L"Reply All", L"Forward", L'f'},
     {L"Write Mail", L"AOL Canada", L"AOL Canada", L"Sign On", L"Welcome,", L"Attach",
-     L"Attachments", L"Member Profile", L'f'},
+     L"Attachments", L"Member Profile", L"Reply", L"Reply All", L"Forward", L'f'},
     {L"Write e-mail", L"AOL", L"AOL", L"Sign On", L"Welcome,", L"Attach", L"Attachments",
-     L"Member Profile", L'f'},
+     L"Member Profile", L"Reply", L"Reply All", L"Forward", L'f'},
     {L"eMail schreiben", L"AOL", L"AOL", L"Anmelden", L"Willkommen,", L"Anh\u00E4ngen",
-     L"eMail-Anhang", L"Member Profile", L'r'},
+     L"eMail-Anhang", L"Member Profile", L"Antworten", L"Allen antworten", L"Weiterleiten", L'r'},
     {L"R\u00E9diger un courrier", L"AOL est un service de Cegetel", L"AOL", L"Connexion",
-     L"Bienvenue,", L"Fichier", L"Fichiers joints", L"Carte de visite", L'c'},
+     L"Bienvenue,", L"Fichier", L"Fichiers joints", L"Carte de visite", L"R\u00E9pondre",
+     L"R\u00E9pondre \u00E0 tous", L"Faire suivre", L'c'},
 };
 
 const Captions& of(int edition)
@@ -85,6 +87,21 @@ std::wstring attachmentsCaption(int edition)
 std::wstring profileCaption(int edition)
 {
     return of(edition).profile;
+}
+
+std::wstring replyCaption(int edition)
+{
+    return of(edition).reply;
+}
+
+std::wstring replyAllCaption(int edition)
+{
+    return of(edition).replyAll;
+}
+
+std::wstring forwardCaption(int edition)
+{
+    return of(edition).forward;
 }
 
 wchar_t findWindowLetter(int edition)

@@ -22,6 +22,10 @@ std::wstring attachmentsCaption(int edition);
 std::wstring profileCaption(int edition);
 /// AOL's menu item that begins an instant message.
 std::wstring sendImMenuCaption(int edition);
+/// The buttons of a window in which a mail or a board's message is read.
+std::wstring replyCaption(int edition);
+std::wstring replyAllCaption(int edition);
+std::wstring forwardCaption(int edition);
 
 /// Wildcard patterns for the captions of Instant Message windows.
 std::wstring imReceivedPattern(int edition, int version);

@@ -122,17 +122,6 @@ std::wstring withoutCopy(std::wstring_view text, std::wstring_view copied)
     return std::wstring(text);
 }
 
-/// The character that an entity stands for and the entity's length; 0 when it is none.
-std::pair<wchar_t, std::size_t> entityAt(std::wstring_view text)
-{
-    static constexpr std::pair<std::wstring_view, wchar_t> kEntities[] = {
-        {L"&lt;", L'<'}, {L"&gt;", L'>'}, {L"&amp;", L'&'}, {L"&quot;", L'"'}, {L"&nbsp;", L' '}};
-    for (const auto& [name, character] : kEntities)
-        if (startsWithNoCase(text, name))
-            return {character, name.size()};
-    return {0, 0};
-}
-
 /// The value of the first line that begins with one of the labels (compared without case).
 std::wstring headValue(std::wstring_view text, std::span<const std::wstring_view> labels)
 {
@@ -323,6 +312,16 @@ DateAndTime splitMailDate(std::wstring_view text)
                 trim(text.substr(start))};
     }
     return {std::wstring(text), {}};
+}
+
+std::pair<wchar_t, std::size_t> entityAt(std::wstring_view text)
+{
+    static constexpr std::pair<std::wstring_view, wchar_t> kEntities[] = {
+        {L"&lt;", L'<'}, {L"&gt;", L'>'}, {L"&amp;", L'&'}, {L"&quot;", L'"'}, {L"&nbsp;", L' '}};
+    for (const auto& [name, character] : kEntities)
+        if (startsWithNoCase(text, name))
+            return {character, name.size()};
+    return {0, 0};
 }
 
 std::wstring plainFromHtml(std::wstring_view html)

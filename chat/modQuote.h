@@ -3,6 +3,7 @@
 #include <array>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace velora {
 
@@ -10,6 +11,7 @@ namespace velora {
 struct QuoteTemplate {
     std::wstring Header;   ///< its name in the menu
     std::wstring CharHtml; ///< its text, "{SN}", "{D}" and "{T}" not yet filled
+    bool operator==(const QuoteTemplate&) const = default;
 };
 
 /// The three that are made when the user has none.
@@ -84,6 +86,10 @@ struct OriginalMessage {
     std::wstring text;      ///< all of its window's text, head and body; HTML when it says so
     std::wstring selection; ///< what the user had selected
 };
+
+/// The character that an entity at the text's begin stands for, and the entity's length; 0 when
+/// there is none.
+std::pair<wchar_t, std::size_t> entityAt(std::wstring_view text);
 
 /// HTML as a reader sees it, for the versions of AOL whose windows give their text as HTML.
 std::wstring plainFromHtml(std::wstring_view html);

@@ -6,6 +6,7 @@
 #include "chat/frmToolbar.h"
 #include "chat/modEditorLists.h"
 #include "chat/modInstallScheme.h"
+#include "chat/modQuotesMenu_win.h"
 #include "chat/modSchemeFiles.h"
 #include "chat/modTemplates.h"
 #include "core/MsgBoxEx.h"
@@ -61,6 +62,7 @@ void fillToolbarRoutes()
     };
     routes.roomLeft = [] { clsChatLogger::instance().leaveRoom(); };
     routes.hotWord = frmHotAlert::alert;
+    routes.quotesMenu = LoadQuotesMenu;
     routeIMs(routes);
     routes.exitProgram = [] { UnloadAllForms(true); };
     routes.aolEnded = [] { UnloadAllForms(false); };

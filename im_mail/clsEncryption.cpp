@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <bit>
+#include <utility>
 
 namespace velora {
 namespace {
@@ -42,48 +43,49 @@ template <int Nb>
 constexpr std::array<int, 4> kRowShift =
     Nb == 8 ? std::array<int, 4>{0, 1, 3, 4} : std::array<int, 4>{0, 1, 2, 3};
 
-/// One column of the next state, from the four columns that the row shift brings together.
-template <int Nb>
-std::uint32_t mixed(const std::array<std::uint32_t, 256>& table,
-                    const std::array<std::uint32_t, Nb>& x, int j, int direction)
+/// The byte of a row that the row shift brings into column J.
+template <int Nb, int Direction, int J, int Row>
+std::size_t shifted(const std::uint32_t* x)
 {
-    const auto column = [&](int row) {
-        return byteAt(x[static_cast<std::size_t>((j + direction * kRowShift<Nb>[row] + Nb) % Nb)],
-                      row);
-    };
-    return table[column(0)] ^ std::rotl(table[column(1)], 8) ^ std::rotl(table[column(2)], 16)
-           ^ std::rotl(table[column(3)], 24);
+    return byteAt(x[(J + Direction * kRowShift<Nb>[Row] + Nb) % Nb], Row);
+}
+
+/// One column of the next state, from the four columns that the row shift brings together.
+template <int Nb, int Direction, int J>
+std::uint32_t mixed(const std::uint32_t* table, const std::uint32_t* x)
+{
+    return table[shifted<Nb, Direction, J, 0>(x)]
+           ^ std::rotl(table[shifted<Nb, Direction, J, 1>(x)], 8)
+           ^ std::rotl(table[shifted<Nb, Direction, J, 2>(x)], 16)
+           ^ std::rotl(table[shifted<Nb, Direction, J, 3>(x)], 24);
 }
 
 /// The last round has no mixing of columns.
-template <int Nb>
-std::uint32_t boxed(const std::array<std::uint8_t, 256>& box,
-                    const std::array<std::uint32_t, Nb>& x, int j, int direction)
+template <int Nb, int Direction, int J>
+std::uint32_t boxed(const std::uint8_t* box, const std::uint32_t* x)
 {
-    std::uint32_t word = 0;
-    for (int row = 0; row < 4; ++row)
-        word |=
-            std::uint32_t{box[byteAt(
-                x[static_cast<std::size_t>((j + direction * kRowShift<Nb>[row] + Nb) % Nb)], row)]}
-            << (8 * row);
-    return word;
+    return packed(box[shifted<Nb, Direction, J, 0>(x)], box[shifted<Nb, Direction, J, 1>(x)],
+                  box[shifted<Nb, Direction, J, 2>(x)], box[shifted<Nb, Direction, J, 3>(x)]);
 }
 
-/// All rounds over one block; `direction` is that of the row shift.
-template <int Nb, int Direction>
+/// All rounds over one block; `Direction` is that of the row shift. The columns are written out at
+/// compile time: which word a byte comes from must not be worked out anew for each block.
+template <int Nb, int Direction, int... J>
 void transform(std::uint8_t* block, const std::uint32_t* key, int rounds,
-               const std::array<std::uint32_t, 256>& table,
-               const std::array<std::uint8_t, 256>& box)
+               const std::uint32_t* table, const std::uint8_t* box,
+               std::integer_sequence<int, J...>)
 {
-    std::array<std::uint32_t, Nb> x, y;
-    for (int j = 0; j < Nb; ++j)
-        x[j] = loadWord(block + 4 * j) ^ *key++;
-    for (int round = 1; round < rounds; ++round, x = y)
-#pragma GCC unroll 8
-        for (int j = 0; j < Nb; ++j)
-            y[j] = mixed<Nb>(table, x, j, Direction) ^ *key++;
-    for (int j = 0; j < Nb; ++j)
-        storeWord(block + 4 * j, boxed<Nb>(box, x, j, Direction) ^ *key++);
+    std::uint32_t x[Nb], y[Nb];
+    ((x[J] = loadWord(block + 4 * J) ^ key[J]), ...);
+    // Every number of rounds is even: two at a time, from x to y and back.
+    for (int round = 2; round < rounds; round += 2) {
+        ((y[J] = mixed<Nb, Direction, J>(table, x) ^ key[Nb + J]), ...);
+        key += 2 * Nb;
+        ((x[J] = mixed<Nb, Direction, J>(table, y) ^ key[J]), ...);
+    }
+    ((y[J] = mixed<Nb, Direction, J>(table, x) ^ key[Nb + J]), ...);
+    key += 2 * Nb;
+    (storeWord(block + 4 * J, boxed<Nb, Direction, J>(box, y) ^ key[J]), ...);
 }
 
 } // namespace
@@ -176,13 +178,15 @@ bool clsEncryption::gkey(int nb, int nk, std::span<const std::uint8_t> key)
 template <int Nb>
 void clsEncryption::encryptBlock(std::uint8_t* block) const
 {
-    transform<Nb, 1>(block, encryptKey_.data(), rounds_, forward_, box_);
+    transform<Nb, 1>(block, encryptKey_.data(), rounds_, forward_.data(), box_.data(),
+                     std::make_integer_sequence<int, Nb>());
 }
 
 template <int Nb>
 void clsEncryption::decryptBlock(std::uint8_t* block) const
 {
-    transform<Nb, -1>(block, decryptKey_.data(), rounds_, inverse_, inverseBox_);
+    transform<Nb, -1>(block, decryptKey_.data(), rounds_, inverse_.data(), inverseBox_.data(),
+                      std::make_integer_sequence<int, Nb>());
 }
 
 void clsEncryption::Encrypt(std::span<std::uint8_t> block) const

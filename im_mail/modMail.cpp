@@ -34,7 +34,7 @@ std::optional<Bytes> readDigits(std::wstring_view text)
     int high = -1;
     for (std::size_t i = 0; i < text.size(); ++i) {
         const wchar_t c = text[i];
-        if (c == L'\r' || c == L'\n' || c == L' ')
+        if (c == L'\r' || c == L'\n' || c == L' ' || c == L'\t' || c == L'\u00A0')
             continue;
         if (c == L'<' && startsWithNoCase(text.substr(i), L"<br>")) {
             i += 3;

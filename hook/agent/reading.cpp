@@ -150,6 +150,19 @@ void fillForWidth(wire::Bulk& bulk, int units)
 
 constexpr int kLongestRange = static_cast<int>(wire::kBulkBytes / 4);
 
+/// The selection with all its characters, which EM_GETSELTEXT of an ANSI rich edit loses. Rich
+/// edits that do not know the flag give another length, plain edits nothing: 0 then.
+int wideSelection(HWND edit, wire::Bulk& bulk, int length)
+{
+    GETTEXTEX how = {};
+    how.cb = 2u * static_cast<DWORD>(length) + 2;
+    how.flags = GT_SELECTION;
+    how.codepage = 1200;
+    const int units = ask(edit, EM_GETTEXTEX, reinterpret_cast<WPARAM>(&how),
+                          reinterpret_cast<LPARAM>(bulk.data));
+    return units == length ? units : 0;
+}
+
 } // namespace
 
 std::int32_t readLines(const wire::Command& command)
@@ -235,8 +248,8 @@ std::int32_t readSelection(const wire::Command& command)
     const int length = to > from ? static_cast<int>(to - from) : 0;
     if (length > kLongestRange)
         return wire::kFull;
-    int units = 0;
-    if (length > 0) {
+    int units = length > 0 ? wideSelection(edit, bulk, length) : 0;
+    if (length > 0 && units == 0) {
         fillForWidth(bulk, length);
         units = ask(edit, EM_GETSELTEXT, 0, reinterpret_cast<LPARAM>(bulk.data));
         units = units > length ? length : units;

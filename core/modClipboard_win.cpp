@@ -15,22 +15,21 @@ struct GlobalMemoryTraits {
 };
 using GlobalMemory = UniqueHandle<GlobalMemoryTraits>;
 
-class OpenedClipboard {
-public:
-    explicit OpenedClipboard(HWND owner)
-    {
-        for (int tries = 0; !OpenClipboard(owner); ++tries) {
-            if (tries == 10)
-                throwLastError("another program holds the clipboard");
-            Sleep(20);
-        }
-    }
-    ~OpenedClipboard() { CloseClipboard(); }
-    OpenedClipboard(const OpenedClipboard&) = delete;
-    OpenedClipboard& operator=(const OpenedClipboard&) = delete;
-};
-
 } // namespace
+
+OpenedClipboard::OpenedClipboard(HWND owner)
+{
+    for (int tries = 0; !OpenClipboard(owner); ++tries) {
+        if (tries == 10)
+            throwLastError("another program holds the clipboard");
+        Sleep(20);
+    }
+}
+
+OpenedClipboard::~OpenedClipboard()
+{
+    CloseClipboard();
+}
 
 void setClipboardText(HWND owner, std::wstring_view text)
 {
@@ -50,7 +49,11 @@ void setClipboardText(HWND owner, std::wstring_view text)
 
 std::wstring clipboardText(HWND owner)
 {
-    const OpenedClipboard clipboard(owner);
+    return textOf(OpenedClipboard(owner));
+}
+
+std::wstring textOf(const OpenedClipboard&)
+{
     const HANDLE memory = GetClipboardData(CF_UNICODETEXT);
     const auto* const words = memory ? static_cast<const wchar_t*>(GlobalLock(memory)) : nullptr;
     if (!words)

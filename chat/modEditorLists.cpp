@@ -107,7 +107,7 @@ void saveEditorList(EditorList list, const std::wstring& folder,
         writeSetting(section, keyOf(list, entry.name), entry.text);
     for (const auto& [name, value] : former) {
         const bool kept =
-            std::any_of(entries.begin(), entries.end(), [&](const EditorEntry& entry) {
+            std::any_of(entries.begin(), entries.end(), [&list, &name = name](const EditorEntry& entry) {
                 return equalNoCase(keyOf(list, entry.name), name);
             });
         if (!kept)

@@ -13,6 +13,7 @@
 #include "core/modAOL.h"
 #include "hook/AgentLink.h"
 #include "im_mail/modIM_Manager.h"
+#include "im_mail/modMailTools.h"
 #include "sounds/modSounds.h"
 
 namespace velora {
@@ -53,6 +54,7 @@ void fillToolbarRoutes()
 {
     ToolbarRoutes& routes = toolbarRoutes();
     routeSounds(routes);
+    routeMail(routes);
     routes.checkForAlias = CheckForAlias;
     routes.logLine = [](const std::wstring& name, const std::wstring& message) {
         clsChatLogger::instance().AppendChatLog(name, message);

@@ -33,8 +33,8 @@ std::wstring askForFile(HWND owner)
     wish.nMaxFile = MAX_PATH;
     wish.lpstrTitle = L"Save the Decrypted E-Mail";
     wish.lpstrDefExt = L"txt";
-    wish.Flags = OFN_EXPLORER | OFN_OVERWRITEPROMPT | OFN_PATHMUSTEXIST | OFN_HIDEREADONLY
-                 | OFN_NOCHANGEDIR;
+    wish.Flags =
+        OFN_EXPLORER | OFN_OVERWRITEPROMPT | OFN_PATHMUSTEXIST | OFN_HIDEREADONLY | OFN_NOCHANGEDIR;
     return GetSaveFileNameW(&wish) ? path : L"";
 }
 

@@ -25,8 +25,7 @@ struct GlobalTraits {
 RECT pageOf(HDC dc, RECT& paper)
 {
     const auto twips = [dc](int width, int dots) {
-        return MulDiv(GetDeviceCaps(dc, width), kTwipsAnInch,
-                      std::max(1, GetDeviceCaps(dc, dots)));
+        return MulDiv(GetDeviceCaps(dc, width), kTwipsAnInch, std::max(1, GetDeviceCaps(dc, dots)));
     };
     paper = {0, 0, twips(HORZRES, LOGPIXELSX), twips(VERTRES, LOGPIXELSY)};
     RECT page = paper;

@@ -258,6 +258,12 @@ std::wstring frmWavs::cell(int row, int column) const
     return column == 0 ? model_[row].name : sizeText(model_[row].bytes, numbers_);
 }
 
+std::wstring frmWavs::selectedPath()
+{
+    const SoundRow* const row = selectedRow();
+    return row ? row->path : std::wstring();
+}
+
 const SoundRow* frmWavs::selectedRow()
 {
     const int row = lstWav.selected();

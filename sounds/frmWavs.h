@@ -29,6 +29,8 @@ public:
     /// Opens the list, or brings the open one to the front.
     static void openList();
 
+    /// The file of the chosen sound; empty when none is chosen.
+    std::wstring selectedPath();
     /// A sound of the room plays.
     void showPlayed(const std::wstring& name);
 

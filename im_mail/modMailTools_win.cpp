@@ -1,0 +1,185 @@
+// The mail menu, and what it does beside encrypting.
+#include "im_mail/modMailTools.h"
+
+#include "base/text.h"
+#include "base/trap.h"
+#include "chat/ToolbarRoutes.h"
+#include "chat/frmFadeInsert.h"
+#include "chat/modCurrentFade.h"
+#include "core/MsgBoxEx.h"
+#include "core/modAOL.h"
+#include "core/modFindChild.h"
+#include "hook/aolSend.h"
+#include "im_mail/clsAolMailBody.h"
+#include "sounds/frmWavs.h"
+#include "ui/Menu.h"
+#include "ui/MessageLoop.h"
+
+#include <commdlg.h>
+
+namespace velora {
+namespace {
+
+constexpr char kModule[] = "modMailTools";
+constexpr wchar_t kTitle[] = L"Mail";
+constexpr DWORD kDialogLimit = 5000; ///< for a dialog that AOL shall open
+/// The file name in Windows' dialog for opening files: its edit box, or the list around it.
+constexpr int kFileNameEdit = 0x480;
+constexpr int kFileNameList = 0x47C;
+
+HWND mailInFront()
+{
+    connectAol();
+    const HWND window = composeWindow();
+    if (!window)
+        MsgBoxEx(L"~B~CRNo E-Mail is being written!~B~CN~N ~NPlease open AOL's mail window and try "
+                 L"this operation again.",
+                 kMsgExclamation, kTitle);
+    return window;
+}
+
+/// A sound that the user picks in AOL's sounds folder; empty when cancelled. Pumps messages.
+std::wstring pickSound()
+{
+    wchar_t path[MAX_PATH] = L"";
+    const std::wstring folder = aol().folder.empty() ? L"" : aol().folder + L"\\sounds";
+    OPENFILENAMEW wish = {};
+    wish.lStructSize = sizeof wish;
+    wish.lpstrFilter = L"Sounds\0*.wav;*.mid;*.mp3\0All files\0*.*\0";
+    wish.lpstrFile = path;
+    wish.nMaxFile = MAX_PATH;
+    wish.lpstrInitialDir = folder.c_str();
+    wish.lpstrTitle = L"Attach a Sound";
+    wish.Flags = OFN_EXPLORER | OFN_FILEMUSTEXIST | OFN_HIDEREADONLY | OFN_NOCHANGEDIR;
+    return GetOpenFileNameW(&wish) ? path : L"";
+}
+
+/// Windows' dialog for opening files that a window of AOL has opened; 0 when there is none.
+HWND fileDialogOf(HWND owner)
+{
+    for (HWND dialog = nullptr; (dialog = FindWindowExW(nullptr, dialog, L"#32770", nullptr));)
+        if (GetWindow(dialog, GW_OWNER) == owner && IsWindowVisible(dialog))
+            return dialog;
+    return nullptr;
+}
+
+HWND fileNameBox(HWND dialog)
+{
+    const HWND list = GetDlgItem(dialog, kFileNameList);
+    return list ? list : GetDlgItem(dialog, kFileNameEdit);
+}
+
+/// Presses Attach in AOL's Attachments window and gives the file to the dialog that it opens.
+bool giveFile(HWND attachments, const std::wstring& path)
+{
+    if (!clickAolIcon(FindChildByClass(attachments, L"_AOL_Icon")))
+        return false;
+    HWND box = nullptr;
+    const auto shown = [&] { return (box = fileNameBox(fileDialogOf(attachments))) != nullptr; };
+    if (!waitUntil(shown, kDialogLimit) || !setAolText(box, path))
+        return false;
+    const HWND dialog = GetParent(box);
+    return postToAol(dialog, WM_COMMAND, IDOK, 0)
+           && waitUntil([&] { return !IsWindow(dialog); }, kDialogLimit);
+}
+
+} // namespace
+
+bool WriteMailTo()
+{
+    return trap(
+        kModule,
+        [] {
+            const std::wstring name =
+                trim(InputBoxEx(L"To whom do you want to write?", kTitle, {}, {.maxLength = 255}));
+            if (name.empty() || !RequireAOLOnline())
+                return false;
+            const MailWindow mail = AOL_OpenEMail();
+            return mail && setAolText(mail.to, name);
+        },
+        false);
+}
+
+bool FadeMailSelection()
+{
+    return trap(
+        kModule,
+        [] {
+            const HWND window = mailInFront();
+            if (!window)
+                return false;
+            AolMailBody body(documentText(window));
+            const EncryptResult result = replaceSelected(body, [](std::wstring text) {
+                FadeEngine(text, true);
+                return text;
+            });
+            if (result == EncryptResult::cancelled)
+                MsgBoxEx(L"~B~CRNo text has been selected to fade!~B~CN~N ~NPlease select it in "
+                         L"your E-Mail and try this operation again.",
+                         kMsgExclamation, kTitle);
+            else if (result == EncryptResult::tooLong)
+                MsgBoxEx(L"~B~CRCannot apply faded text~B~CN~N ~NThe E-Mail would contain more "
+                         L"than 30000 characters, the HTML you cannot see included.",
+                         kMsgExclamation, kTitle);
+            else if (result != EncryptResult::done)
+                MsgBoxEx(L"~B~CRAOL did not take the faded text!~B~CN~N ~NThe E-Mail has been left "
+                         L"as it was.",
+                         kMsgExclamation, kTitle);
+            return result == EncryptResult::done;
+        },
+        false);
+}
+
+bool AttachSound()
+{
+    return trap(
+        kModule,
+        [] {
+            const HWND window = mailInFront();
+            if (!window)
+                return false;
+            frmWavs* const list = frmWavs::instance();
+            std::wstring path = list ? list->selectedPath() : std::wstring();
+            if (path.empty())
+                path = pickSound();
+            if (path.empty())
+                return false;
+            const HWND attachments = AOL_OpenAttachments(window);
+            if (!attachments)
+                return false;
+            if (giveFile(attachments, path))
+                return true;
+            MsgBoxEx(L"~B~CRThe sound could not be attached!~B~CN~N ~NPlease attach it by hand: "
+                     L"~B~CB"
+                         + literal(path),
+                     kMsgExclamation, kTitle);
+            return false;
+        },
+        false);
+}
+
+void routeMail(ToolbarRoutes& routes)
+{
+    routes.encryptMail = [] { EncryptMail(); };
+    routes.mailMenu = [](Menu& mnuMailItem) {
+        const ToolbarRoutes& others = toolbarRoutes();
+        mnuMailItem.item(L"&Write to...", [] { WriteMailTo(); });
+        if (others.quoteReply)
+            mnuMailItem.item(L"Reply with &Quote", others.quoteReply);
+        mnuMailItem.separator();
+        mnuMailItem.item(L"&Encrypt...", [] { EncryptMail(); });
+        mnuMailItem.item(L"&Undo Encryption", [] { UndoEncryption(); },
+                         {.enabled = canUndoEncryption()});
+        mnuMailItem.item(L"&Decrypt...", [] { DecryptMail(); }); // mnuDecrypt
+        mnuMailItem.separator();
+        mnuMailItem.item(L"&Attach a Sound...", [] { AttachSound(); });
+        mnuMailItem.item(L"&Fade the Selection", [] { FadeMailSelection(); });
+        mnuMailItem.item(L"Fade and &Insert...", [] { frmFadeInsert::showWindow(); });
+        if (others.editTemplates) {
+            mnuMailItem.separator();
+            mnuMailItem.item(L"Reply &Templates...", others.editTemplates);
+        }
+    };
+}
+
+} // namespace velora

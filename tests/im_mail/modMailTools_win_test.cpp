@@ -1,0 +1,361 @@
+// Mails in AOL's own windows, as a user encrypts, sends, reads and decrypts them.
+#include "im_mail/modMailTools.h"
+
+#include "base/text.h"
+#include "core/clsSavedClipboard.h"
+#include "core/modAOL.h"
+#include "core/modClipboard.h"
+#include "hook/AgentLink.h"
+#include "im_mail/clsAolMailBody.h"
+#include "im_mail/frmDecrypt.h"
+#include "im_mail/modMail.h"
+#include "settings/Options.h"
+#include "support/answer_win.h"
+#include "support/aolhost_win.h"
+#include "support/drive_win.h"
+#include "support/memory_store.h"
+#include "ui/MessageLoop.h"
+
+#include <doctest/doctest.h>
+
+#include <richedit.h>
+
+using namespace velora;
+using namespace velora::test;
+
+namespace {
+
+constexpr wchar_t kEncryptBox[] = L"Velora - Encrypt E-Mail";
+constexpr wchar_t kDecryptBox[] = L"Velora - Decrypt E-Mail";
+constexpr wchar_t kTextWindow[] = L"Velora - Decrypted E-Mail";
+
+std::wstring umlautsAndEmoji()
+{
+    return fromUtf8("Gr\xC3\xBC\xC3\x9F"
+                    "e aus K\xC3\xB6ln \xF0\x9F\x98\x80!");
+}
+
+/// AOL with the mail window open; options in memory.
+struct MailBench {
+    explicit MailBench(int edition = 0, int version = 5, const std::wstring& body = L"",
+                       bool connect = true)
+        : host({.edition = edition, .version = version}),
+          former(setSettingsStore(std::make_unique<MemoryStore>()))
+    {
+        LoadSettings();
+        opt::General::AutoCloseMsgBox.set(false);
+        aol() = {};
+        aol().folder = host.folder();
+        aol().edition = edition;
+        aol().version = version;
+        if (connect)
+            REQUIRE(connectAol());
+        mail = AOL_OpenEMail();
+        REQUIRE(mail);
+        setAolText(mail.body, body);
+    }
+    ~MailBench()
+    {
+        Form::unloadAll();
+        doEvents();
+        aolLink().disconnect();
+        aol() = {};
+        setSettingsStore(std::move(former));
+        LoadSettings();
+    }
+    std::wstring body() { return AolMailBody(mail.body).text().value_or(L"(absent)"); }
+    /// Selects all of this text in the body.
+    void select(const std::wstring& part)
+    {
+        std::wstring text = without(body(), L'\n');
+        const int at = static_cast<int>(text.find(part));
+        REQUIRE(AolMailBody(mail.body).select({at, at + static_cast<int>(part.size())}));
+    }
+    AolHost host;
+    std::unique_ptr<SettingsStore> former;
+    MailWindow mail;
+};
+
+/// Types a password into the prompt, which shows it masked, and presses a key.
+void typePassword(const wchar_t* caption, const wchar_t* password, WORD key)
+{
+    HWND edit = nullptr;
+    REQUIRE(drive::until([&] {
+        const HWND box = FindWindowW(nullptr, caption);
+        edit = box ? drive::child(box, L"Edit") : nullptr;
+        return edit && IsWindowVisible(edit);
+    }));
+    CHECK(SendMessageW(edit, EM_GETPASSWORDCHAR, 0, 0) != 0);
+    REQUIRE(drive::activate(GetParent(edit)));
+    REQUIRE(drive::click(edit));
+    drive::type(password);
+    drive::key(key);
+}
+
+/// Answers the prompt for a password, and before it, with `whole`, the question whether to take
+/// the whole mail by Yes.
+class Password {
+public:
+    Password(const wchar_t* caption, const wchar_t* password, bool whole = false,
+             WORD key = VK_RETURN)
+        : type_([=] { typePassword(caption, password, key); })
+    {
+        if (!whole) {
+            script_ = std::make_unique<drive::Script>(type_);
+            return;
+        }
+        first_ = std::make_unique<drive::Script>([this, caption] {
+            const HWND question = drive::window(caption);
+            REQUIRE(question);
+            REQUIRE(drive::press(question, L"Yes"));
+            // The prompt comes up when the question's loop has ended, and this script with it.
+            script_ = std::make_unique<drive::Script>(type_);
+        });
+    }
+    bool done() const { return script_ && script_->done(); }
+
+private:
+    std::function<void()> type_;
+    std::unique_ptr<drive::Script> first_, script_;
+};
+
+std::wstring shownText()
+{
+    const HWND window = drive::window(kTextWindow);
+    return window ? windowText(drive::child(window, RICHEDIT_CLASSW)) : L"(no window)";
+}
+
+/// Sends what is written, and opens it as a mail in which AOL has broken the digits. AOL's own
+/// answer to a mail with "<BR>" is a line; one that is shown as it stands is written "&lt;BR>".
+void sendAndReceive(MailBench& bench)
+{
+    setAolText(bench.mail.to, L"Rose3");
+    setAolText(bench.mail.subject, L"Secret");
+    const HWND window = bench.mail.window;
+    REQUIRE(clickAolIcon(childOfClass(window, L"_AOL_Icon", 11)));
+    REQUIRE(waitFor([&] { return !IsWindow(window); }));
+    const auto sent = AolHost::listOf(bench.host.command(L"mailsent"));
+    REQUIRE(sent.size() == 1);
+    std::wstring body = AolHost::unescaped(sent[0]).substr(std::wstring(L"Rose3||Secret|").size());
+    const std::size_t digits = body.find(L"<-- begin -->\r\n") + 15;
+    REQUIRE(digits != 14);
+    int which = 0;
+    for (std::size_t at = body.find(L"\r\n<-- end -->"); at > digits + 37; at -= 37)
+        body.insert(at - 20, which++ % 2 ? L"<BR>" : L"&lt;BR&gt;<BR>");
+    body = replaceAll(replaceAll(body, L"\r", L""), L"\n", L"<BR>");
+    bench.host.command(L"mail Joe Smith|Secret|" + body);
+    REQUIRE(waitFor([&] { return bench.host.document(L"Secret") != nullptr; }));
+}
+
+} // namespace
+
+TEST_CASE("a selection is encrypted, sent, read and decrypted in editions and versions")
+{
+    struct Row {
+        int edition, version;
+    };
+    for (const Row& row : {Row{0, 3}, Row{0, 4}, Row{0, 5}, Row{0, 6}, Row{0, 7}, Row{4, 5},
+                           Row{5, 5}, Row{4, 7}, Row{5, 6}}) {
+        CAPTURE(row.edition);
+        CAPTURE(row.version);
+        const std::wstring secret = L"Gr\u00FC\u00DFe aus K\u00F6ln";
+        MailBench bench(row.edition, row.version, L"Dear Rose,\r\n" + secret + L"\r\nJoe");
+        bench.select(secret);
+        {
+            const Password password(kEncryptBox, L" pw ");
+            REQUIRE(EncryptMail());
+            CHECK(password.done());
+        }
+        const std::wstring body = bench.body();
+        CHECK(body.starts_with(decryptNotice()));
+        CHECK(body.find(L"Dear Rose,\r\n</b></i></u><-- begin -->\r\n") != body.npos);
+        CHECK(body.ends_with(L"\r\n<-- end -->\r\nJoe"));
+        CHECK(body.find(secret) == body.npos);
+        sendAndReceive(bench);
+        const Password password(kDecryptBox, L"pw");
+        REQUIRE(DecryptMail());
+        CHECK(shownText() == secret);
+    }
+}
+
+TEST_CASE("a whole mail with lines, umlauts and emoji comes back, boxes of either kind")
+{
+    for (const bool wide : {false, true}) {
+        CAPTURE(wide);
+        MailBench bench;
+        postToAol(bench.mail.window, WM_CLOSE, 0, 0);
+        REQUIRE(waitFor([&] { return !IsWindow(bench.mail.window); }));
+        bench.host.command(wide ? L"edits w" : L"edits a");
+        bench.mail = AOL_OpenEMail();
+        REQUIRE(bench.mail);
+        // An ANSI box takes what the code page lacks only from the clipboard.
+        setClipboardText(nullptr, umlautsAndEmoji() + L"\r\nsecond line");
+        sendToAol(bench.mail.body, WM_COMMAND, 20003, 0);
+        opt::EMail::IncludeDecryptInstructions.set(false);
+        {
+            const Password password(kEncryptBox, L"pw", true);
+            REQUIRE(EncryptMail());
+        }
+        CHECK(bench.body().starts_with(L"</b></i></u><-- begin -->\r\n"));
+        sendAndReceive(bench);
+        const Password password(kDecryptBox, L"pw");
+        REQUIRE(DecryptMail());
+        CHECK(shownText() == umlautsAndEmoji() + L"\r\nsecond line");
+    }
+}
+
+TEST_CASE("a wrong password shows an empty window")
+{
+    MailBench bench(0, 5, L"</b>" + EncryptMailText(L"secret", L"pw"));
+    const Password password(kDecryptBox, L"PW");
+    REQUIRE(DecryptMail());
+    CHECK(shownText().empty());
+}
+
+TEST_CASE("Cancel, No and an empty password change nothing")
+{
+    MailBench bench(0, 5, L"some text");
+    AolMailBody body(bench.mail.body);
+    REQUIRE(body.select({2, 2}));
+    {
+        const Answer no(L"No", kEncryptBox);
+        CHECK_FALSE(EncryptMail());
+    }
+    for (const WORD key : {VK_ESCAPE, VK_RETURN}) {
+        const Password password(kEncryptBox, key == VK_RETURN ? L"  " : L"pw", true, key);
+        CHECK_FALSE(EncryptMail());
+        CHECK(password.done());
+    }
+    CHECK(bench.body() == L"some text");
+    const auto caret = body.selection();
+    REQUIRE(caret);
+    CHECK(caret->from == 2);
+    CHECK(caret->to == 2);
+    CHECK_FALSE(canUndoEncryption());
+}
+
+TEST_CASE("a text that is too long is said to be, and stays")
+{
+    const std::wstring text(7500, L'x');
+    MailBench bench(0, 5, text);
+    const Password password(kEncryptBox, L"pw", true);
+    const Answer told(L"OK", kEncryptBox, L"more than 30000 characters");
+    CHECK_FALSE(EncryptMail());
+    CHECK(told.came());
+    CHECK(bench.body() == text);
+}
+
+TEST_CASE("the encryption is undone while nothing else has changed")
+{
+    MailBench bench(0, 5, L"Dear Rose,\r\nsecret\r\nJoe");
+    bench.select(L"secret");
+    const auto encrypt = [] {
+        const Password password(kEncryptBox, L"pw");
+        REQUIRE(EncryptMail());
+    };
+    encrypt();
+    CHECK(canUndoEncryption());
+    CHECK(UndoEncryption());
+    CHECK(bench.body() == L"Dear Rose,\r\nsecret\r\nJoe");
+    CHECK_FALSE(canUndoEncryption());
+
+    bench.select(L"secret");
+    encrypt();
+    AolMailBody(bench.mail.body).select({0, 0});
+    AolMailBody(bench.mail.body).replaceSelection(L"typed ");
+    const std::wstring changed = bench.body();
+    const Answer told(L"OK", kEncryptBox, L"cannot be undone");
+    CHECK_FALSE(UndoEncryption());
+    CHECK(told.came());
+    CHECK(bench.body() == changed);
+}
+
+TEST_CASE("a reply is a mail, too; without a mail or an envelope the user is told")
+{
+    MailBench bench;
+    const HWND first = bench.mail.window;
+    postToAol(first, WM_CLOSE, 0, 0);
+    REQUIRE(waitFor([&] { return !IsWindow(first); }));
+    {
+        const Answer told(L"OK", kEncryptBox, L"No E-Mail is being written!");
+        CHECK_FALSE(EncryptMail());
+    }
+    {
+        const Answer told(L"OK", kDecryptBox, L"No encrypted text has been found!");
+        CHECK_FALSE(DecryptMail());
+    }
+    bench.host.command(L"mail Martha12|Party|Come to my party");
+    const HWND read = bench.host.document(L"Party");
+    REQUIRE(clickAolIcon(childOfText(read, L"Reply")));
+    REQUIRE(waitFor([] { return composeWindow() != nullptr; }));
+    bench.mail = mailFields(composeWindow());
+    setAolText(bench.mail.body, L"I shall come");
+    const Password password(kEncryptBox, L"pw", true);
+    REQUIRE(EncryptMail());
+    CHECK(bench.body().find(L"<-- begin -->") != std::wstring::npos);
+}
+
+TEST_CASE("what AOL copies by its own command leaves the user's clipboard as it was")
+{
+    // Not connected: everything goes from outside.
+    MailBench bench(0, 5, L"one two three", false);
+    AolMailBody body(bench.mail.body);
+    REQUIRE_FALSE(aolLink().connected());
+    REQUIRE(body.select({4, 7}));
+
+    // Text, a format of another program's, and a bitmap.
+    const UINT rich = RegisterClipboardFormatW(L"Rich Text Format");
+    const char rtf[] = "{\\rtf1 kept}";
+    const HWND owner =
+        CreateWindowExW(0, L"Static", L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, nullptr, nullptr);
+    setClipboardText(owner, L"the user's");
+    {
+        const OpenedClipboard clipboard(owner);
+        const HGLOBAL memory = GlobalAlloc(GMEM_MOVEABLE, sizeof rtf);
+        memcpy(GlobalLock(memory), rtf, sizeof rtf);
+        GlobalUnlock(memory);
+        REQUIRE(SetClipboardData(rich, memory));
+        REQUIRE(SetClipboardData(CF_BITMAP, CreateBitmap(3, 2, 1, 1, nullptr)));
+    }
+    CHECK(body.selectedText() == L"two");
+    CHECK(clipboardText(owner) == L"the user's");
+    {
+        const OpenedClipboard clipboard(owner);
+        const HANDLE memory = GetClipboardData(rich);
+        REQUIRE(memory);
+        CHECK(std::string(static_cast<const char*>(GlobalLock(memory))) == rtf);
+        GlobalUnlock(memory);
+        BITMAP bitmap = {};
+        GetObjectW(GetClipboardData(CF_BITMAP), sizeof bitmap, &bitmap);
+        CHECK(bitmap.bmWidth == 3);
+        CHECK(bitmap.bmHeight == 2);
+    }
+    REQUIRE(body.select({0, 0}));
+    CHECK(body.selectedText() == L"");
+    CHECK(clipboardText(owner) == L"the user's");
+    // Somebody else has copied something since: that stays.
+    SavedClipboard saved(owner);
+    setClipboardText(owner, L"copied meanwhile");
+    CHECK_FALSE(saved.exchange(owner, bench.host.processId()).has_value());
+    CHECK(clipboardText(owner) == L"copied meanwhile");
+    DestroyWindow(owner);
+}
+
+TEST_CASE("encrypting through the code inside AOL never touches the clipboard")
+{
+    MailBench bench(0, 5, L"secret");
+    const DWORD sequence = GetClipboardSequenceNumber();
+    bench.select(L"secret");
+    const Password password(kEncryptBox, L"pw");
+    REQUIRE(EncryptMail());
+    CHECK(GetClipboardSequenceNumber() == sequence);
+}
+
+TEST_CASE("the selection is faded; a sound is attached")
+{
+    MailBench bench(0, 5, L"plain colour");
+    bench.select(L"colour");
+    REQUIRE(FadeMailSelection());
+    CHECK(bench.body().starts_with(L"plain <"));
+    CHECK(bench.body().find(L"colour") == std::wstring::npos);
+}

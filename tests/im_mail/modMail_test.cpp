@@ -30,7 +30,8 @@ TEST_CASE("umlauts and characters beyond the first plane survive")
 TEST_CASE("a run broken by the mail view is read all the same")
 {
     std::wstring envelope = EncryptMailText(L"broken into lines", L"pw");
-    for (const wchar_t* breaker : {L"\r\n", L"\n", L"\r", L"<BR>", L"<br>\r\n", L" ", L"\t", L"\u00A0"}) {
+    for (const wchar_t* breaker :
+         {L"\r\n", L"\n", L"\r", L"<BR>", L"<br>\r\n", L" ", L"\t", L"\u00A0"}) {
         std::wstring broken = envelope;
         for (std::size_t at : {70u, 41u, 16u})
             broken.insert(at, breaker);

@@ -1,3 +1,7 @@
+# The program is built for size; these are the sources whose speed a user could notice.
+set(VELORA_HOT_SOURCES
+  base/text.cpp chat/modFade.cpp core/clsChat.cpp im_mail/clsEncryption.cpp sounds/clsMP3.cpp)
+
 # velora_room(NAME [DEPS room...] [SYSTEM lib...])
 #   Makes the static library velora_NAME of all sources in the folder NAME.
 #   What a file may contain shows in its name: *_win.cpp and frm*.cpp are Windows code, *_posix.cpp is
@@ -9,6 +13,14 @@ function(velora_room name)
     list(FILTER sources EXCLUDE REGEX "_posix\\.cpp$")
   else()
     list(FILTER sources EXCLUDE REGEX "(_win|/frm[^/]*)\\.cpp$")
+  endif()
+  if(WIN32)
+    set(hot ${VELORA_HOT_SOURCES})
+    list(TRANSFORM hot PREPEND ${CMAKE_SOURCE_DIR}/)
+    if(name STREQUAL "jet")
+      set(hot ${sources})
+    endif()
+    set_source_files_properties(${hot} PROPERTIES COMPILE_OPTIONS -O2)
   endif()
   set(deps "")
   foreach(dep IN LISTS room_DEPS)

@@ -132,6 +132,11 @@ TEST_CASE("a damaged scheme is said to be one and changes nothing")
     replaceFile(panel.dir.path() + L"\\Fader\\Schemes\\AAA.fde", "no scheme");
     REQUIRE(drive::press(panel.window, L"Refresh"));
     const HWND list = drive::child(panel.window, WC_LISTBOXW);
+    REQUIRE(drive::until([&] {
+        return SendMessageW(list, LB_FINDSTRINGEXACT, static_cast<WPARAM>(-1),
+                            reinterpret_cast<LPARAM>(L"AAA"))
+               == 0;
+    }));
     SendMessageW(list, LB_SETCURSEL, 0, 0);
     pressWith(panel.window, L"Load",
               [] { CHECK(drive::until([] { return answer(L"Velora - Fader", L"OK"); })); });

@@ -173,7 +173,12 @@ Function un.deleteData
   RMDir /r "$INSTDIR\styles"
   Delete "$INSTDIR\favwavs.dat*"
   Delete "$INSTDIR\velora.log*"
-  Delete "$INSTDIR\crash*.txt"
+  Delete "$INSTDIR\velora-crash.txt"
+  ; Where the error log goes when the program folder may not be written to.
+  SetShellVarContext current
+  Delete "$APPDATA\Velora\velora.log*"
+  RMDir "$APPDATA\Velora"
+  SetShellVarContext all
   DeleteRegKey HKCU "Software\Orv Software\Velora"
   DeleteRegKey HKCU "Software\Orv Software\Notes"
   DeleteRegKey /ifempty HKCU "Software\Orv Software"

@@ -9,7 +9,8 @@ using namespace velora::bench;
 
 namespace {
 
-constexpr wchar_t kProductKey[] = L"Software\\Orv Software\\Velora";
+/// A key of the benchmark's own: the settings of whoever runs it stay as they are.
+constexpr wchar_t kBenchKey[] = L"Software\\Orv Software\\Velora Bench";
 
 /// What no way of loading can do without: open each section once, ask for each value once.
 void readRaw()
@@ -25,7 +26,7 @@ void readRaw()
             key = nullptr;
             openSection = option.section;
             RegOpenKeyExW(HKEY_CURRENT_USER,
-                          (std::wstring(kProductKey) + L"\\" + openSection).c_str(), 0, KEY_READ,
+                          (std::wstring(kBenchKey) + L"\\" + openSection).c_str(), 0, KEY_READ,
                           &key);
         }
         BYTE data[512];
@@ -37,43 +38,37 @@ void readRaw()
         RegCloseKey(key);
 }
 
-/// Stores every option at its default and takes that back at the end, unless settings are there.
-class StoredOptions {
+/// The options in that key while it lives.
+class BenchStore {
 public:
-    StoredOptions()
+    BenchStore() : former_(setSettingsStore(makeRegistryStore(kBenchKey))) {}
+    ~BenchStore()
     {
-        HKEY key = nullptr;
-        if (RegOpenKeyExW(HKEY_CURRENT_USER, kProductKey, 0, KEY_READ, &key) == ERROR_SUCCESS) {
-            RegCloseKey(key);
-            return;
-        }
-        ours_ = true;
-        LoadSettings();
+        setSettingsStore(std::move(former_));
+        for (const OptionInfo& option : optionCatalogue())
+            RegDeleteKeyW(HKEY_CURRENT_USER,
+                          (std::wstring(kBenchKey) + L"\\" + option.section).c_str());
+        RegDeleteKeyW(HKEY_CURRENT_USER, kBenchKey);
+    }
+
+    void storeAll()
+    {
         for (std::size_t at = 0; at < kOptionCount; ++at)
             if (optionCatalogue()[at].atStart)
                 setOptionValue(static_cast<OptionId>(at), optionDefault(static_cast<OptionId>(at)));
     }
-    ~StoredOptions()
-    {
-        if (ours_)
-            for (const OptionInfo& option : optionCatalogue())
-                RegDeleteKeyW(HKEY_CURRENT_USER,
-                              (std::wstring(kProductKey) + L"\\" + option.section).c_str());
-        if (ours_)
-            RegDeleteKeyW(HKEY_CURRENT_USER, kProductKey);
-    }
 
 private:
-    bool ours_ = false;
+    std::unique_ptr<SettingsStore> former_;
 };
 
 } // namespace
 
 BENCH("options: loading all at start-up")
 {
-    LoadSettings();
+    BenchStore store;
     report.row("LoadSettings, a registry without settings", medianMs(40, LoadSettings));
-    const StoredOptions stored;
+    store.storeAll();
     const double raw = medianMs(40, readRaw);
     const double loaded = medianMs(40, LoadSettings);
     report.row("the same registry calls alone, every option stored", raw);

@@ -6,8 +6,8 @@
 #include "base/trap.h"
 #include "core/MsgBoxEx.h"
 #include "core/frmInpBox.h"
-#include "core/modMain.h"
 #include "core/modWindowPlace.h"
+#include "im_mail/modIMFolder.h"
 
 namespace velora {
 namespace {
@@ -17,7 +17,7 @@ constexpr wchar_t kPlaceKey[] = L"IgnoredPosition";
 
 std::wstring dataFolder()
 {
-    return joinPath(AppPath(), L"data");
+    return joinPath(imServicesFolder(), L"data");
 }
 
 /// What the user answers; absent when cancelled or no number.

@@ -24,7 +24,7 @@ struct AnswerPolicy {
     int mode = 0;         ///< option IMAnswerMode
     bool once = false;    ///< option AnswerOnce
     bool personal = true; ///< option UsePersonalMessages
-    std::wstring message; ///< option Message: the general message in use
+    std::wstring message = {}; ///< option Message: the general message in use
 };
 
 /// Where the answer procedure asks; each is asked only when its turn comes.

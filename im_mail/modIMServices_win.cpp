@@ -1,17 +1,22 @@
 #include "im_mail/modIMServices.h"
 
 #include "core/MsgBoxEx.h"
+#include "core/modMain.h"
 #include "im_mail/frmAlert.h"
 #include "im_mail/frmAnswered.h"
 #include "im_mail/frmAutoAnswer.h"
 #include "im_mail/frmEditNotes.h"
 #include "im_mail/frmIgnored.h"
+#include "im_mail/modBuddyTip.h"
 #include "im_mail/modIMAnswer.h"
+#include "im_mail/modIMFolder.h"
 #include "im_mail/modTempIgnore.h"
 #include "settings/Options.h"
 
 namespace velora {
 namespace {
+
+constexpr int kTipOffset = 16;
 
 IMSubscription& subscription()
 {
@@ -28,7 +33,23 @@ void switchIms(bool on)
              done ? kMsgInformation : kMsgExclamation, L"Instant Messages");
 }
 
+/// The note comes beside the pointer that clicked the tab.
+void showNote(const IMInfo& im, bool byUser)
+{
+    hideBuddyTip();
+    const HWND owner = GetActiveWindow();
+    POINT at;
+    if (im.window && byUser && owner && opt::IM::DisplayNotes.get() && GetCursorPos(&at))
+        showBuddyTip(owner, {at.x + kTipOffset, at.y + kTipOffset}, im.screenName);
+}
+
 } // namespace
+
+std::wstring& imServicesFolder()
+{
+    static std::wstring folder = AppPath();
+    return folder;
+}
 
 void startIMServices(IMServiceRoutes manager)
 {
@@ -49,6 +70,8 @@ void startIMServices(IMServiceRoutes manager)
         if (hearsFrom(fresh, im.screenName))
             AnswerIM(im);
     };
+    events.onCurrentIM = [](const IMInfo& im, bool byUser) { showNote(im, byUser); };
+    events.onIMClosed = [](const IMInfo&) { hideBuddyTip(); };
     subscription() = observeIMs(std::move(events));
 
     IMRoutes& routes = imRoutes();
@@ -63,6 +86,7 @@ void endIMServices()
 {
     subscription() = {};
     endAnswers();
+    hideBuddyTip();
 }
 
 } // namespace velora

@@ -12,6 +12,7 @@
 #include "core/MsgBoxEx.h"
 #include "core/modAOL.h"
 #include "hook/AgentLink.h"
+#include "im_mail/modIMServices.h"
 #include "im_mail/modIM_Manager.h"
 #include "im_mail/modMailTools.h"
 #include "sounds/modSounds.h"
@@ -43,6 +44,7 @@ StartupServices startupServices()
         frmToolbar::load();
     };
     services.releaseAol = [] {
+        endIMServices();
         if (frmToolbar* const toolbar = frmToolbar::instance())
             toolbar->UnhookSubclasses();
         aolLink().disconnect();
@@ -66,6 +68,17 @@ void fillToolbarRoutes()
     routes.hotWord = frmHotAlert::alert;
     routes.quotesMenu = LoadQuotesMenu;
     routeIMs(routes);
+    startIMServices({.focusIM =
+                         [](WindowId im) {
+                             if (openIMs().indexOf(im)) {
+                                 selectIM(reinterpret_cast<HWND>(im), true);
+                                 showIMs();
+                             } else {
+                                 sendToAol(AOLMDI(), WM_MDIACTIVATE, im, 0);
+                             }
+                         },
+                     .adjustIMWindow = ShowButtons_AU});
+    routes.imSwitch = imRoutes().imSwitch;
     routes.exitProgram = [] { UnloadAllForms(true); };
     routes.aolEnded = [] { UnloadAllForms(false); };
 }

@@ -5,10 +5,10 @@
 #include "base/trap.h"
 #include "core/MsgBoxEx.h"
 #include "core/modWindowPlace.h"
+#include "im_mail/clsIMSession.h"
 #include "im_mail/frmAnswerEdit.h"
 #include "im_mail/modAnswerRules.h"
 #include "im_mail/modIMAnswer.h"
-#include "im_mail/modIMFolder.h"
 #include "settings/Options.h"
 
 #include <algorithm>
@@ -65,7 +65,7 @@ std::wstring existsMessage(AnswerKind kind)
 
 } // namespace
 
-frmAutoAnswer::frmAutoAnswer() : Form(kModule), store_(joinPath(imServicesFolder(), L"data")) {}
+frmAutoAnswer::frmAutoAnswer() : Form(kModule), store_(joinPath(imProgramFolder(), L"data")) {}
 
 void frmAutoAnswer::setAdjustRoute(std::function<void()> route)
 {

@@ -7,7 +7,7 @@
 #include "core/MsgBoxEx.h"
 #include "core/frmInpBox.h"
 #include "core/modWindowPlace.h"
-#include "im_mail/modIMFolder.h"
+#include "im_mail/clsIMSession.h"
 
 namespace velora {
 namespace {
@@ -17,7 +17,7 @@ constexpr wchar_t kPlaceKey[] = L"IgnoredPosition";
 
 std::wstring dataFolder()
 {
-    return joinPath(imServicesFolder(), L"data");
+    return joinPath(imProgramFolder(), L"data");
 }
 
 /// What the user answers; absent when cancelled or no number.

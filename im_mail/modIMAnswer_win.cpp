@@ -10,9 +10,9 @@
 #include "core/modAOL.h"
 #include "core/modFindChild.h"
 #include "hook/aolSend.h"
+#include "im_mail/clsIMSession.h"
 #include "im_mail/modAnswerMessages.h"
 #include "im_mail/modBuddyNotes.h"
-#include "im_mail/modIMFolder.h"
 #include "im_mail/modIMLog.h"
 #include "im_mail/modIMRules.h"
 #include "settings/Options.h"
@@ -121,7 +121,7 @@ private:
     }
     static AnswerSources sources()
     {
-        const clsAnswerMessages messages(joinPath(imServicesFolder(), L"data"));
+        const clsAnswerMessages messages(joinPath(imProgramFolder(), L"data"));
         return {.inExceptions = [=](const auto& name) { return messages.inExceptions(name); },
                 .hasNote = [](const auto& name) { return hasBuddyNote(name); },
                 .personalised =
@@ -202,7 +202,7 @@ private:
         if (!opt::IM::LogIMs.get() || !conversation)
             return;
         const DateTime when = now();
-        const std::wstring path = imLogPath(joinPath(imServicesFolder(), L"im logs"),
+        const std::wstring path = imLogPath(joinPath(imProgramFolder(), L"im logs"),
                                             job.answer.sender, opt::IM::LogIMsByDate.get(), when);
         makeFolder(path.substr(0, path.rfind(L'\\')));
         clsFileOp::AppendTextToFile(path, answeredEntry(*conversation, when));

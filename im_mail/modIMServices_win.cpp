@@ -1,7 +1,6 @@
 #include "im_mail/modIMServices.h"
 
 #include "core/MsgBoxEx.h"
-#include "core/modMain.h"
 #include "im_mail/frmAlert.h"
 #include "im_mail/frmAnswered.h"
 #include "im_mail/frmAutoAnswer.h"
@@ -9,7 +8,6 @@
 #include "im_mail/frmIgnored.h"
 #include "im_mail/modBuddyTip.h"
 #include "im_mail/modIMAnswer.h"
-#include "im_mail/modIMFolder.h"
 #include "im_mail/modTempIgnore.h"
 #include "settings/Options.h"
 
@@ -44,12 +42,6 @@ void showNote(const IMInfo& im, bool byUser)
 }
 
 } // namespace
-
-std::wstring& imServicesFolder()
-{
-    static std::wstring folder = AppPath();
-    return folder;
-}
 
 void startIMServices(IMServiceRoutes manager)
 {

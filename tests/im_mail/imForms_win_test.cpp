@@ -3,6 +3,7 @@
 #include "base/clsFileOp.h"
 #include "base/files.h"
 #include "core/modAOL.h"
+#include "im_mail/clsIMSession.h"
 #include "im_mail/frmAutoAnswer.h"
 #include "im_mail/frmEditNotes.h"
 #include "im_mail/frmIgnored.h"
@@ -10,7 +11,6 @@
 #include "im_mail/modBuddyNotes.h"
 #include "im_mail/modBuddyTip.h"
 #include "im_mail/modIMAnswer.h"
-#include "im_mail/modIMFolder.h"
 #include "im_mail/modIgnore.h"
 #include "im_mail/modTempIgnore.h"
 #include "settings/Options.h"
@@ -32,18 +32,18 @@ namespace {
 
 struct Bench : StoreScope {
     TempDir temp;
-    std::wstring former = imServicesFolder();
+    std::wstring former = imProgramFolder();
 
     Bench()
     {
         LoadSettings();
         aol() = {};
-        imServicesFolder() = temp.path();
+        imProgramFolder() = temp.path();
     }
     ~Bench()
     {
         Form::unloadAll();
-        imServicesFolder() = former;
+        imProgramFolder() = former;
     }
     std::wstring file(const wchar_t* name) const
     {

@@ -9,10 +9,10 @@
 #include "core/MsgBoxEx.h"
 #include "core/modAOL.h"
 #include "core/modFindChild.h"
+#include "im_mail/clsIMSession.h"
 #include "im_mail/frmAnswered.h"
 #include "im_mail/modAnswerMessages.h"
 #include "im_mail/modBuddyNotes.h"
-#include "im_mail/modIMFolder.h"
 #include "im_mail/modIMLog.h"
 #include "im_mail/modIMRules.h"
 #include "im_mail/modIMServices.h"
@@ -37,7 +37,7 @@ struct Bench {
     TempDir temp;
     StoreScope settings;
     AolHost host;
-    std::wstring formerFolder = imServicesFolder();
+    std::wstring formerFolder = imProgramFolder();
     ErrorSink formerSink;
 
     explicit Bench(const AolHost::Options& options = {}) : host(options)
@@ -50,7 +50,7 @@ struct Bench {
         aol().folder = host.folder();
         aol().edition = options.edition;
         aol().version = options.version;
-        imServicesFolder() = temp.path();
+        imProgramFolder() = temp.path();
         setAnswerMode(0);
         setAnswerMode(1);
     }
@@ -58,7 +58,7 @@ struct Bench {
     {
         endIMServices();
         Form::unloadAll();
-        imServicesFolder() = formerFolder;
+        imProgramFolder() = formerFolder;
         aol() = {};
         setErrorSink(formerSink);
     }

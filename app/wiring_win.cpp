@@ -79,6 +79,7 @@ void fillToolbarRoutes()
                          },
                      .adjustIMWindow = ShowButtons_AU});
     routes.imSwitch = imRoutes().imSwitch;
+    routes.ignoreMember = imRoutes().addToIgnore;
     routes.exitProgram = [] { UnloadAllForms(true); };
     routes.aolEnded = [] { UnloadAllForms(false); };
 }

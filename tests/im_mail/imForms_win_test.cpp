@@ -4,13 +4,10 @@
 #include "base/files.h"
 #include "core/modAOL.h"
 #include "im_mail/clsIMSession.h"
-#include "im_mail/frmAutoAnswer.h"
 #include "im_mail/frmEditNotes.h"
 #include "im_mail/frmIgnored.h"
-#include "im_mail/modAnswerRules.h"
 #include "im_mail/modBuddyNotes.h"
 #include "im_mail/modBuddyTip.h"
-#include "im_mail/modIMAnswer.h"
 #include "im_mail/modIgnore.h"
 #include "im_mail/modTempIgnore.h"
 #include "settings/Options.h"
@@ -59,16 +56,6 @@ bool typeAndAnswer(HWND box, const wchar_t* text, const wchar_t* button = L"OK")
            && drive::press(box, button);
 }
 
-/// Presses a button that opens boxes, and runs `answers` in them.
-void pressAnd(HWND window, const wchar_t* button, const std::function<void()>& answers)
-{
-    const HWND target = drive::child(window, button);
-    REQUIRE(target);
-    PostMessageW(target, BM_CLICK, 0, 0);
-    drive::Script script(answers);
-    CHECK(drive::until([&] { return script.done(); }, 30000));
-}
-
 std::wstring noteValue(const std::wstring& name)
 {
     clsRegistry registry;
@@ -106,35 +93,6 @@ TEST_CASE("ignoring asks for the days; nothing is for good; a name in the list i
     }
 }
 
-TEST_CASE("the list of ignored names: add, see, remove")
-{
-    Bench bench;
-    addIgnored(joinPath(bench.temp.path(), L"data"), L"Joe Smith", 0, dateSerial(now()));
-    frmIgnored::openList();
-    frmIgnored* const form = Form::find<frmIgnored>();
-    REQUIRE(form);
-    const HWND list = drive::child(form->hwnd(), WC_LISTVIEWW);
-    REQUIRE(list);
-    CHECK(ListView_GetItemCount(list) == 1);
-    pressAnd(form->hwnd(), L"Add...", [] {
-        CHECK(typeAndAnswer(drive::window(L"Velora - Ignore"), L"Ann"));
-        HWND days = nullptr;
-        CHECK(drive::until([&] {
-            days = FindWindowW(nullptr, L"Velora - Ignore");
-            return days
-                   && drive::text(drive::children(days).at(0)).find(L"number of days")
-                          != std::wstring::npos;
-        }));
-        CHECK(typeAndAnswer(days, L"2"));
-    });
-    CHECK(waitFor([&] { return ListView_GetItemCount(list) == 2; }));
-    ListView_SetItemState(list, 0, LVIS_SELECTED, LVIS_SELECTED);
-    CHECK(drive::press(form->hwnd(), L"Remove"));
-    CHECK(waitFor([&] { return ListView_GetItemCount(list) == 1; }));
-    CHECK(bench.file(L"ignore.dat").empty());
-    CHECK(isListed(bench.file(L"ignoretemp.dat"), L"Ann"));
-}
-
 TEST_CASE("a buddy note: OK writes, Cancel discards, blanks and case of the name don't count")
 {
     Bench bench;
@@ -166,51 +124,6 @@ TEST_CASE("a buddy note: OK writes, Cancel discards, blanks and case of the name
     CHECK(saveBuddyNote(hostile, L"y"));
     CHECK(GetBuddyNotes(hostile) == L"y");
     CHECK(saveBuddyNote(hostile, L""));
-}
-
-TEST_CASE("the auto-answer's window: a message is added, counted, renamed, refused, deleted")
-{
-    Bench bench;
-    frmAutoAnswer::openWindow();
-    frmAutoAnswer* const form = Form::find<frmAutoAnswer>();
-    REQUIRE(form);
-    const HWND window = form->hwnd();
-    pressAnd(window, L"Add...", [] {
-        CHECK(typeAndAnswer(drive::window(L"Velora - Auto-Answer"), L"Lunch"));
-        const HWND editor = drive::window(L"Velora - IM Answer Message");
-        REQUIRE(editor);
-        CHECK(drive::child(editor, newGeneralMessage()));
-        CHECK(typeAndAnswer(editor, std::wstring(513, L'x').c_str()));
-        const HWND box = drive::window(L"Velora - Auto-Answer");
-        REQUIRE(box);
-        CHECK(drive::press(box, L"OK"));
-        CHECK(typeAndAnswer(editor, L"at lunch"));
-    });
-    CHECK(waitFor([&] { return bench.file(L"im\\general\\Lunch.dat") == L"at lunch"; }));
-    CHECK(waitFor([] { return opt::IM::Message.get() == L"Lunch"; }));
-    pressAnd(window, L"Add...", [] {
-        CHECK(typeAndAnswer(drive::window(L"Velora - Auto-Answer"), L"lunch"));
-        Answer answer(L"OK", L"Velora - Auto-Answer", L"Message title already exists!");
-        CHECK(drive::until([&] { return answer.came(); }));
-    });
-    pressAnd(window, L"Rename...",
-             [] { CHECK(typeAndAnswer(drive::window(L"Velora - Auto-Answer"), L"Dinner")); });
-    CHECK(waitFor([] { return opt::IM::Message.get() == L"Dinner"; }));
-    CHECK(bench.file(L"im\\general\\Dinner.dat") == L"at lunch");
-    pressAnd(window, L"Delete", [] {
-        Answer answer(L"Yes", L"Velora - Auto-Answer",
-                      L"from your General IM Answer Message Queue.");
-        CHECK(drive::until([&] { return answer.came(); }));
-    });
-    CHECK(waitFor([] { return opt::IM::Message.get().empty(); }));
-
-    const HWND mode = drive::child(window, L"ComboBox");
-    REQUIRE(mode);
-    SendMessageW(mode, CB_SETCURSEL, 3, 0);
-    SendMessageW(window, WM_COMMAND, MAKEWPARAM(GetDlgCtrlID(mode), CBN_SELCHANGE),
-                 reinterpret_cast<LPARAM>(mode));
-    CHECK(opt::IM::IMAnswerMode.get() == 3);
-    CHECK(autoAnswerOn());
 }
 
 TEST_CASE("IMs off and on: AOL is told, and both of its windows are closed")

@@ -65,6 +65,7 @@ void fillToolbarRoutes()
         clsChatLogger::instance().enterRoom(caption);
     };
     routes.roomLeft = [] { clsChatLogger::instance().leaveRoom(); };
+    routes.logNote = [](const std::wstring& note) { clsChatLogger::instance().note(note); };
     routes.hotWord = frmHotAlert::alert;
     routes.quotesMenu = LoadQuotesMenu;
     routeIMs(routes);
@@ -80,6 +81,7 @@ void fillToolbarRoutes()
                      .adjustIMWindow = ShowButtons_AU});
     routes.imSwitch = imRoutes().imSwitch;
     routes.ignoreMember = imRoutes().addToIgnore;
+    routes.checkUpdate = liveUpdate;
     routes.exitProgram = [] { UnloadAllForms(true); };
     routes.aolEnded = [] { UnloadAllForms(false); };
 }

@@ -26,7 +26,7 @@ registry_has() {
     esac
 }
 no_key() { ! wine reg query "$1" >/dev/null 2>&1 || fail "registry key still there: $1"; }
-names() { sed -nE "s/^$1 +([^ ]+).*/\1/p" "$root/installer/files.txt"; }
+names() { sed -nE "s/^$1 +([^ ]+).*/\1/p" "$root/installer/files.txt" | tr "\\\\" /; }
 
 # A prefix that nobody has installed into.
 wineserver -k >/dev/null 2>&1 || true

@@ -62,6 +62,8 @@ void frmInpBox::onCreate()
 void frmInpBox::accept()
 {
     entered_ = txtInput.text();
+    if (input_.masked) // nothing of a password stays in the control's memory
+        txtInput.setText(std::wstring(entered_.size(), L' '));
     endModal(IDOK);
 }
 

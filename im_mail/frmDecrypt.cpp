@@ -136,7 +136,9 @@ void frmDecrypt::save()
 
 void frmDecrypt::print()
 {
-    if (printRichText(hwnd(), rtfText.hwnd(), kTitle) == PrintResult::failed)
+    std::wstring text = shownText();
+    const WipeOnExit wipeText(text);
+    if (printText(hwnd(), text, kTitle) == PrintResult::failed)
         MsgBoxEx(L"~B~CRThe text could not be printed!~B~CN~N ~NPlease see whether the printer is "
                  L"ready.",
                  kMsgExclamation, kBoxTitle);

@@ -1,5 +1,5 @@
 #pragma once
-// Printing the text of one of our rich edits.
+// Printing a text.
 #include "base/win.h"
 
 #include <functional>
@@ -10,10 +10,11 @@ namespace velora {
 enum class PrintResult { done, cancelled, failed };
 
 /// Asks by Windows' own dialog and prints the text. Pumps messages.
-PrintResult printRichText(HWND owner, HWND richEdit, const wchar_t* title);
+PrintResult printText(HWND owner, std::wstring_view text, const wchar_t* title);
 
-/// Renders the text page by page, with a margin of an inch. `page` is called before each page
-/// (true) and after it (false); its answer false ends the printing. The number of whole pages.
-int printPages(HWND richEdit, HDC dc, const std::function<bool(bool starts)>& page);
+/// Writes the text page by page, with a margin of an inch, long lines wrapped at blanks. `page` is
+/// called before each page (true) and after it (false); its answer false ends the printing. Answers
+/// the number of whole pages.
+int printPages(std::wstring_view text, HDC dc, const std::function<bool(bool starts)>& page);
 
 } // namespace velora

@@ -101,7 +101,7 @@ void frmAutoAnswer::onCreate()
     cmdClose.create(*this, L"Close", [this] { close(CloseReason::user); });
     setCancelButton(cmdClose);
     tips.add(cmdDefault, L"The message that is sent when no other one is chosen");
-    setLayout(rows({columns({Box(lblMode).align(Align::middle), grow(cboMode)}),
+    setLayout(rows({columns({Box(lblMode).atLeast({48, 0}).align(Align::middle), grow(cboMode)}),
                     columns({grow(general), grow(personal), grow(exceptions)}).grow(),
                     rows({chkOnce, chkPersonal, chkAlias, chkShow}, kNear),
                     columns({cmdDefault, space(), cmdClose})})

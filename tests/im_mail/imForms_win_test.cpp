@@ -4,10 +4,13 @@
 #include "base/files.h"
 #include "core/modAOL.h"
 #include "im_mail/clsIMSession.h"
+#include "im_mail/frmAutoAnswer.h"
 #include "im_mail/frmEditNotes.h"
 #include "im_mail/frmIgnored.h"
+#include "im_mail/modAnswerRules.h"
 #include "im_mail/modBuddyNotes.h"
 #include "im_mail/modBuddyTip.h"
+#include "im_mail/modIMAnswer.h"
 #include "im_mail/modIgnore.h"
 #include "im_mail/modTempIgnore.h"
 #include "settings/Options.h"
@@ -17,6 +20,7 @@
 #include "support/memory_store.h"
 #include "support/tempdir.h"
 #include "ui/MessageLoop.h"
+#include "ui/Timer.h"
 
 #include <doctest/doctest.h>
 
@@ -56,6 +60,62 @@ bool typeAndAnswer(HWND box, const wchar_t* text, const wchar_t* button = L"OK")
            && drive::press(box, button);
 }
 
+/// What a user does in one box after the other, each known by its caption and a text in it. A timer
+/// looks for them, so that a box that opens when another one is answered is not waited for inside
+/// that one.
+class Steps {
+public:
+    struct Step {
+        const wchar_t* caption;
+        std::wstring part;
+        std::function<void(HWND)> act;
+    };
+    Steps(HWND window, const wchar_t* button, std::vector<Step> steps) : steps_(std::move(steps))
+    {
+        const HWND target = drive::child(window, button);
+        REQUIRE(target);
+        timer_.start(30, [this] { tick(); });
+        PostMessageW(target, BM_CLICK, 0, 0);
+        CHECK(waitFor([this] { return next_ == steps_.size() && !busy_; }));
+        CHECK(next_ == steps_.size());
+    }
+
+private:
+    void tick()
+    {
+        if (busy_ || next_ == steps_.size())
+            return;
+        const Step& step = steps_[next_];
+        const HWND box = FindWindowW(nullptr, step.caption);
+        if (!box || !IsWindowVisible(box) || !holds(box, step.part))
+            return;
+        busy_ = true;
+        ++next_;
+        step.act(box);
+        busy_ = false;
+    }
+    static bool holds(HWND box, const std::wstring& part)
+    {
+        for (const HWND child : drive::children(box))
+            if (drive::text(child).find(part) != std::wstring::npos)
+                return true;
+        return false;
+    }
+    std::vector<Step> steps_;
+    std::size_t next_ = 0;
+    bool busy_ = false;
+    Timer timer_;
+};
+
+std::function<void(HWND)> types(std::wstring text)
+{
+    return [=](HWND box) { CHECK(typeAndAnswer(box, text.c_str())); };
+}
+std::function<void(HWND)> presses(const wchar_t* button)
+{
+    return [=](HWND box) { CHECK(drive::press(box, button)); };
+}
+
 std::wstring noteValue(const std::wstring& name)
 {
     clsRegistry registry;
@@ -93,6 +153,28 @@ TEST_CASE("ignoring asks for the days; nothing is for good; a name in the list i
     }
 }
 
+TEST_CASE("the list of ignored names: add, see, remove")
+{
+    Bench bench;
+    addIgnored(joinPath(bench.temp.path(), L"data"), L"Joe Smith", 0, dateSerial(now()));
+    frmIgnored::openList();
+    frmIgnored* const form = Form::find<frmIgnored>();
+    REQUIRE(form);
+    const HWND list = drive::child(form->hwnd(), WC_LISTVIEWW);
+    REQUIRE(list);
+    CHECK(ListView_GetItemCount(list) == 1);
+    constexpr wchar_t kBox[] = L"Velora - Ignore";
+    Steps(form->hwnd(), L"Add...",
+          {{kBox, L"the screen name to ignore", types(L"Ann")},
+           {kBox, L"the number of days", types(L"2")}});
+    CHECK(waitFor([&] { return ListView_GetItemCount(list) == 2; }));
+    ListView_SetItemState(list, 0, LVIS_SELECTED, LVIS_SELECTED);
+    CHECK(drive::press(form->hwnd(), L"Remove"));
+    CHECK(waitFor([&] { return ListView_GetItemCount(list) == 1; }));
+    CHECK(bench.file(L"ignore.dat").empty());
+    CHECK(isListed(bench.file(L"ignoretemp.dat"), L"Ann"));
+}
+
 TEST_CASE("a buddy note: OK writes, Cancel discards, blanks and case of the name don't count")
 {
     Bench bench;
@@ -124,6 +206,41 @@ TEST_CASE("a buddy note: OK writes, Cancel discards, blanks and case of the name
     CHECK(saveBuddyNote(hostile, L"y"));
     CHECK(GetBuddyNotes(hostile) == L"y");
     CHECK(saveBuddyNote(hostile, L""));
+}
+
+TEST_CASE("the auto-answer's window: a message is added, counted, renamed, refused, deleted")
+{
+    Bench bench;
+    frmAutoAnswer::openWindow();
+    frmAutoAnswer* const form = Form::find<frmAutoAnswer>();
+    REQUIRE(form);
+    const HWND window = form->hwnd();
+    constexpr wchar_t kBox[] = L"Velora - Auto-Answer";
+    constexpr wchar_t kEditor[] = L"Velora - IM Answer Message";
+    Steps(window, L"Add...",
+          {{kBox, L"a title for this General", types(L"Lunch")},
+           {kEditor, newGeneralMessage(), types(std::wstring(513, L'x'))},
+           {kBox, L"The outgoing IM character limit is 512 characters.", presses(L"OK")},
+           {kEditor, std::wstring(513, L'x'), types(L"at lunch")}});
+    CHECK(waitFor([&] { return bench.file(L"im\\general\\Lunch.dat") == L"at lunch"; }));
+    CHECK(waitFor([] { return opt::IM::Message.get() == L"Lunch"; }));
+    Steps(window, L"Add...",
+          {{kBox, L"a title for this General", types(L"lunch")},
+           {kBox, L"Message title already exists!", presses(L"OK")}});
+    Steps(window, L"Rename...", {{kBox, L"a title for this General", types(L"Dinner")}});
+    CHECK(waitFor([] { return opt::IM::Message.get() == L"Dinner"; }));
+    CHECK(bench.file(L"im\\general\\Dinner.dat") == L"at lunch");
+    Steps(window, L"Delete",
+          {{kBox, L"from your General IM Answer Message Queue.", presses(L"Yes")}});
+    CHECK(waitFor([] { return opt::IM::Message.get().empty(); }));
+
+    const HWND mode = drive::child(window, L"ComboBox");
+    REQUIRE(mode);
+    SendMessageW(mode, CB_SETCURSEL, 3, 0);
+    SendMessageW(window, WM_COMMAND, MAKEWPARAM(GetDlgCtrlID(mode), CBN_SELCHANGE),
+                 reinterpret_cast<LPARAM>(mode));
+    CHECK(opt::IM::IMAnswerMode.get() == 3);
+    CHECK(autoAnswerOn());
 }
 
 TEST_CASE("IMs off and on: AOL is told, and both of its windows are closed")

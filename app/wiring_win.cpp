@@ -42,8 +42,10 @@ StartupServices startupServices()
     services.loadToolbar = [] {
         prepareFader(AppPath());
         frmToolbar::load();
+        startIMs();
     };
     services.releaseAol = [] {
+        endIMs();
         endIMServices();
         if (frmToolbar* const toolbar = frmToolbar::instance())
             toolbar->UnhookSubclasses();
@@ -69,15 +71,7 @@ void fillToolbarRoutes()
     routes.hotWord = frmHotAlert::alert;
     routes.quotesMenu = LoadQuotesMenu;
     routeIMs(routes);
-    startIMServices({.focusIM =
-                         [](WindowId im) {
-                             if (openIMs().indexOf(im)) {
-                                 selectIM(reinterpret_cast<HWND>(im), true);
-                                 showIMs();
-                             } else {
-                                 sendToAol(AOLMDI(), WM_MDIACTIVATE, im, 0);
-                             }
-                         },
+    startIMServices({.focusIM = [](WindowId im) { focusIM(reinterpret_cast<HWND>(im)); },
                      .adjustIMWindow = ShowButtons_AU});
     routes.imSwitch = imRoutes().imSwitch;
     routes.ignoreMember = imRoutes().addToIgnore;

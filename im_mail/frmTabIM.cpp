@@ -9,6 +9,7 @@
 #include "core/modAOL.h"
 #include "hook/AgentLink.h"
 #include "im_mail/clsIMSession.h"
+#include "im_mail/modBuddyNotes.h"
 #include "im_mail/modIM_Manager.h"
 #include "settings/Options.h"
 #include "ui/MessageLoop.h"
@@ -28,6 +29,7 @@ constexpr std::size_t kLongestTitle = 24;
 constexpr Size kFirstSize{620, 440};
 constexpr int kListWidth = 150;
 constexpr int kIcon = 16;
+constexpr UINT kNotesMs = 8000;
 constexpr UINT kFocusMs = 150, kShownMs = 700;
 constexpr int kNextKey = 1, kBackKey = 2; // hot keys
 enum DelayedCode { kSend = 1, kNext, kBack, kClose, kToButtons, kTabOne = 10 };
@@ -492,8 +494,49 @@ void frmTabIM::currentChanged(bool focus)
     const clsIMSession* const im = current();
     watch(sbcReply, im ? im->parts().reply : nullptr);
     watch(sbcConversation, im ? im->parts().conversation : nullptr);
-    if (focus)
-        focusReply();
+    tipNotes_.hideBalloon();
+    if (!focus)
+        return;
+    focusReply();
+    if (opt::IM::DisplayNotes.get())
+        showBuddyNotes();
+}
+
+void frmTabIM::InitBuddyTooltip()
+{
+    tipNotes_.setBalloonShape(opt::IM::BuddyTipBalloon.get());
+    ResetTipColors();
+}
+
+void frmTabIM::ResetTipColors()
+{
+    const auto colour = [](long value, int systemColour) {
+        const bool asSystem = value == kTipBackground || value == kTipText;
+        return asSystem ? GetSysColor(systemColour) : static_cast<COLORREF>(value & 0xFFFFFF);
+    };
+    tipNotes_.setColours(colour(opt::IM::BuddyTipTextColor.get(), COLOR_INFOTEXT),
+                         colour(opt::IM::BuddyTipBackColor.get(), COLOR_INFOBK));
+}
+
+void frmTabIM::showBuddyNotes()
+{
+    const std::wstring note = GetBuddyNotes(currentName());
+    if (note.empty())
+        return;
+    InitBuddyTooltip();
+    // Under the tab's first letters, or beside the row.
+    RECT page = pageOnScreen();
+    const int index = tabIMs.selected();
+    RECT tab = {};
+    if (tabIMs.shown()
+        && SendMessageW(tabIMs.hwnd(), TCM_GETITEMRECT, static_cast<WPARAM>(index),
+                        reinterpret_cast<LPARAM>(&tab))) {
+        MapWindowPoints(tabIMs.hwnd(), nullptr, reinterpret_cast<POINT*>(&tab), 2);
+        page.left = (tab.left + tab.right) / 2;
+        page.top = tab.bottom;
+    }
+    tipNotes_.showBalloon(*this, {page.left, page.top}, currentName(), note,
+                          ToolTip::Sign::information, kNotesMs);
 }
 
 void frmTabIM::focusReply()

@@ -41,6 +41,9 @@ public:
     /// The current IM, or its parts, are others now. `focus`: its reply box gets the focus.
     void currentChanged(bool focus);
     void savePlace() const;
+    /// The tip that shows a member's note when his tab is chosen; its look is the user's.
+    void InitBuddyTooltip();
+    void ResetTipColors();
     /// Whether the reply box of the current IM is hooked.
     bool IsHooked() const { return sbcReply.window() != nullptr; }
     void focusReply();
@@ -72,6 +75,7 @@ private:
     void onKey(HookMessage& message);
     void onDelayed(int code);
     void updateHotKeys();
+    void showBuddyNotes();
     clsIMSession* current() const;
     std::wstring currentName() const;
 
@@ -95,7 +99,7 @@ private:
     TabStrip tabIMs;
     ListView lstIMs;
     Label lblPage;
-    ToolTip tips_;
+    ToolTip tips_, tipNotes_;
     WindowHook sbcReply, sbcConversation;
     Timer tmrFocus, tmrShown;
     bool keepFocus_ = false; ///< the next activation leaves the focus in this window

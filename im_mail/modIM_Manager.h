@@ -78,6 +78,9 @@ void WipeNew(HWND im);
 bool CloseUNT(HWND im);
 /// Makes an IM's tab the current one. `byUser`: the reply box gets the focus.
 void selectIM(HWND im, bool byUser);
+/// Brings an IM to the front: its tab in our window or, with the tabs off, its window in AOL. The
+/// user has asked for it.
+void focusIM(HWND im);
 /// Sends what the reply box of the current IM holds; a log note is kept instead. False when there
 /// is nothing to send, or AOL doesn't take it.
 bool sendReply();

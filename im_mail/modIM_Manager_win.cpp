@@ -377,6 +377,15 @@ void routeIMs(ToolbarRoutes& routes)
     routes.documentGone = [](void* window) { imDocumentGone(static_cast<HWND>(window)); };
     routes.frameMoved = imFrameMoved;
     routes.watchIMs = watchIMs;
+    routes.openIMs = showIMs;
+    routes.imSwitch = [](bool on) {
+        if (imRoutes().imSwitch)
+            imRoutes().imSwitch(on);
+    };
+    routes.ignoreMember = [](const std::wstring& screenName) {
+        if (imRoutes().addToIgnore)
+            imRoutes().addToIgnore(screenName);
+    };
 }
 
 void imDocumentChanged(HWND document)
@@ -551,6 +560,23 @@ void selectIM(HWND im, bool byUser)
         ResizeRICHCNTL();
         shareHooks();
         raiseCurrent(byUser);
+    });
+}
+
+void focusIM(HWND im)
+{
+    trap(kModule, [&] {
+        const clsIMSession* const session = imSession(im);
+        if (session && session->taken) {
+            form()->bringToFront();
+            selectIM(im, true);
+        } else if (session && IsWindow(im)) {
+            const HWND frame = AOLWindow();
+            if (IsIconic(frame))
+                ShowWindowAsync(frame, SW_RESTORE);
+            SetForegroundWindow(frame);
+            sendToAol(AOLMDI(), WM_MDIACTIVATE, reinterpret_cast<WPARAM>(im), 0);
+        }
     });
 }
 

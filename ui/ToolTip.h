@@ -4,7 +4,9 @@
 #include "ui/Geometry.h"
 #include "ui/Timer.h"
 
+#include <optional>
 #include <string_view>
+#include <utility>
 
 namespace velora {
 
@@ -23,7 +25,10 @@ public:
     /// Sets or changes the tip of a control. Line breaks are kept; long lines wrap.
     void add(Control& control, std::wstring_view text);
     void remove(Control& control);
+    /// Of the tips and the balloon.
     void setColours(COLORREF text, COLORREF background);
+    /// False: what showBalloon shows is a plain box.
+    void setBalloonShape(bool balloon);
     void setDelays(int showAfterMs, int hideAfterMs);
 
     enum class Sign { none, information, warning, error };
@@ -34,8 +39,12 @@ public:
     void hideBalloon();
 
 private:
+    void applyColours(HWND tip) const;
+
     HWND tip_ = nullptr;
     HWND balloon_ = nullptr;
+    DWORD balloonStyle_ = 0x40;                            // TTS_BALLOON
+    std::optional<std::pair<COLORREF, COLORREF>> colours_; // text, background
     Timer hideTimer_;
 };
 

@@ -85,17 +85,36 @@ void ToolTip::remove(Control& control)
 
 void ToolTip::setColours(COLORREF text, COLORREF background)
 {
+    colours_ = {text, background};
+    applyColours(tip_);
+    applyColours(balloon_);
+}
+
+void ToolTip::applyColours(HWND tip) const
+{
     // A themed tip ignores its colours. The function is missing where there are no themes.
     using SetTheme = HRESULT(WINAPI*)(HWND, LPCWSTR, LPCWSTR);
     static const HMODULE themes = LoadLibraryW(L"uxtheme.dll");
     static const auto setTheme = reinterpret_cast<SetTheme>(
         reinterpret_cast<void*>(themes ? GetProcAddress(themes, "SetWindowTheme") : nullptr));
-    if (!tip_)
+    if (!IsWindow(tip) || !colours_)
         return;
     if (setTheme)
-        setTheme(tip_, L"", L"");
-    SendMessageW(tip_, TTM_SETTIPTEXTCOLOR, text, 0);
-    SendMessageW(tip_, TTM_SETTIPBKCOLOR, background, 0);
+        setTheme(tip, L"", L"");
+    SendMessageW(tip, TTM_SETTIPTEXTCOLOR, colours_->first, 0);
+    SendMessageW(tip, TTM_SETTIPBKCOLOR, colours_->second, 0);
+}
+
+void ToolTip::setBalloonShape(bool balloon)
+{
+    const DWORD style = balloon ? TTS_BALLOON : 0u;
+    if (style == balloonStyle_)
+        return;
+    balloonStyle_ = style;
+    hideTimer_.stop();
+    if (IsWindow(balloon_))
+        DestroyWindow(balloon_);
+    balloon_ = nullptr;
 }
 
 void ToolTip::setDelays(int showAfterMs, int hideAfterMs)
@@ -110,8 +129,10 @@ void ToolTip::showBalloon(Form& form, Point at, std::wstring_view title, std::ws
                           Sign sign, UINT milliseconds)
 {
     hideBalloon();
-    if (!IsWindow(balloon_))
-        balloon_ = makeTip(form.hwnd(), TTS_BALLOON | TTS_CLOSE);
+    if (!IsWindow(balloon_)) {
+        balloon_ = makeTip(form.hwnd(), balloonStyle_ ? balloonStyle_ | TTS_CLOSE : 0u);
+        applyColours(balloon_);
+    }
     std::wstring words(text);
     TOOLINFOW info = infoFor(form.hwnd(), kBalloonId);
     info.uFlags = TTF_TRACK | TTF_ABSOLUTE;

@@ -105,7 +105,7 @@ private:
     ToolTip tips_;
     Timer Timer1, tmrDrag, tmrIMWatch;
     WindowHook sbcChat;
-    clsChatSend Send; // sbcCmdLine and sbcSendIcon
+    clsChatSend Send;      // sbcCmdLine and sbcSendIcon
     clsReplyHooks Replies; // sbcMB
     std::unique_ptr<clsChat> Chat;
 

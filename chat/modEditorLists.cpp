@@ -106,10 +106,10 @@ void saveEditorList(EditorList list, const std::wstring& folder,
     for (const EditorEntry& entry : entries)
         writeSetting(section, keyOf(list, entry.name), entry.text);
     for (const auto& [name, value] : former) {
-        const bool kept =
-            std::any_of(entries.begin(), entries.end(), [&list, &name = name](const EditorEntry& entry) {
-                return equalNoCase(keyOf(list, entry.name), name);
-            });
+        const bool kept = std::any_of(entries.begin(), entries.end(),
+                                      [&list, &name = name](const EditorEntry& entry) {
+                                          return equalNoCase(keyOf(list, entry.name), name);
+                                      });
         if (!kept)
             deleteSetting(section, name);
     }

@@ -21,9 +21,9 @@ std::wstring lastMessageOf(std::wstring_view conversation, std::wstring_view scr
 bool hearsFrom(std::wstring_view text, std::wstring_view screenName);
 
 struct AnswerPolicy {
-    int mode = 0;         ///< option IMAnswerMode
-    bool once = false;    ///< option AnswerOnce
-    bool personal = true; ///< option UsePersonalMessages
+    int mode = 0;              ///< option IMAnswerMode
+    bool once = false;         ///< option AnswerOnce
+    bool personal = true;      ///< option UsePersonalMessages
     std::wstring message = {}; ///< option Message: the general message in use
 };
 

@@ -84,6 +84,7 @@ TEST_CASE("a reply is matched to its message by the subject")
                                      {L"Wtr: Lunch", L"RE: lunch", true},
                                      {L"Fwd: Re: a long subj", L"A long subject", true},
                                      {L"Re: Lunch", L"", true},
+                                     {L"Re: ", L"", true},
                                      {L"Re: Dinner", L"Lunch", false},
                                      {L"Re: ", L"Lunch", false}}) {
         CAPTURE(c.reply);

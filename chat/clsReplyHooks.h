@@ -27,6 +27,8 @@ public:
     /// Lets go of every window and forgets replies that have not opened.
     void detach();
 
+    /// Whether the Reply button of this window is hooked.
+    bool hooked(HWND window) const;
     /// Whether the last button that the user pressed was Forward.
     bool IsFwdClicked() const { return forwarded_; }
 
@@ -53,7 +55,8 @@ private:
     /// False when AOL did not answer, so that the child has to be looked at again.
     bool lookAt(HWND child);
     void hookFront();
-    void hook(ReadWindow& read);
+    /// False when AOL did not take every hook.
+    bool hook(ReadWindow& read);
     void happened(ReadWindow& read, Button button, HookMessage& message);
     void remember(const ReadWindow& read, Button button);
     /// Gives the window to the reply that it answers, and fills it if it can be.
@@ -68,6 +71,7 @@ private:
     std::vector<Awaited> awaited_;
     std::vector<HWND> again_; ///< to be looked at again
     bool forwarded_ = false;
+    bool unhooked_ = false; ///< a window in front still has to get its hooks
     Timer tmrReply;
 };
 

@@ -173,6 +173,7 @@ bool clsReplyHooks::lookAt(HWND child)
 // The windows in front have the hooks: there the user presses next.
 void clsReplyHooks::hookFront()
 {
+    unhooked_ = false;
     if (!aolLink().connected())
         return;
     std::vector<ReadWindow*> front;
@@ -184,11 +185,19 @@ void clsReplyHooks::hookFront()
         for (WindowHook& sbcMB : front[i]->sbcMB)
             sbcMB.detach();
     for (std::size_t i = 0; i < std::min(kHooked, front.size()); ++i)
-        hook(*front[i]);
+        unhooked_ |= !hook(*front[i]);
 }
 
-void clsReplyHooks::hook(ReadWindow& read)
+bool clsReplyHooks::hooked(HWND window) const
 {
+    return std::any_of(read_.begin(), read_.end(), [&](const auto& read) {
+        return read->window == window && read->sbcMB[static_cast<int>(Button::reply)].window();
+    });
+}
+
+bool clsReplyHooks::hook(ReadWindow& read)
+{
+    bool all = true;
     for (std::size_t i = 0; i < read.icons.size(); ++i) {
         WindowHook& sbcMB = read.sbcMB[i];
         if (!read.icons[i] || sbcMB.window())
@@ -197,15 +206,16 @@ void clsReplyHooks::hook(ReadWindow& read)
             happened(read, button, message);
         };
         // A key that is let through is raised once: its character and release are not.
-        sbcMB.attach(aolLink(), read.icons[i],
-                     {{WM_LBUTTONDOWN},
-                      {WM_LBUTTONDBLCLK},
-                      {WM_LBUTTONUP},
-                      WatchRule::key(WM_KEYDOWN, VK_SPACE),
-                      WatchRule::key(WM_KEYDOWN, VK_RETURN),
-                      WatchRule::key(WM_CHAR, VK_RETURN),
-                      WatchRule::key(WM_KEYUP, VK_SPACE)});
+        all &= sbcMB.attach(aolLink(), read.icons[i],
+                            {{WM_LBUTTONDOWN},
+                             {WM_LBUTTONDBLCLK},
+                             {WM_LBUTTONUP},
+                             WatchRule::key(WM_KEYDOWN, VK_SPACE),
+                             WatchRule::key(WM_KEYDOWN, VK_RETURN),
+                             WatchRule::key(WM_CHAR, VK_RETURN),
+                             WatchRule::key(WM_KEYUP, VK_SPACE)});
     }
+    return all;
 }
 
 void clsReplyHooks::happened(ReadWindow& read, Button button, HookMessage& message)
@@ -323,7 +333,7 @@ void clsReplyHooks::tick()
 
 void clsReplyHooks::keepTicking()
 {
-    const bool needed = !awaited_.empty() || !again_.empty() || read_.size() > kHooked;
+    const bool needed = !awaited_.empty() || !again_.empty() || unhooked_ || read_.size() > kHooked;
     if (!needed)
         tmrReply.stop();
     else if (!tmrReply.active())

@@ -45,6 +45,7 @@ public:
     bool hooksSend() const { return Send.attached(); }
     /// The room that is read; 0 when none is.
     HWND scannedRoom() const { return room_; }
+    const clsReplyHooks& replies() const { return Replies; }
 
     /// Shows or hides the panel from now on, and remembers that.
     void ShowToolbar(bool visible);

@@ -1,5 +1,6 @@
 #include "chat/clsReplyHooks.h"
 
+#include "base/text.h"
 #include "chat/modTemplates.h"
 #include "core/modAOL.h"
 #include "core/modCaptions.h"
@@ -50,7 +51,7 @@ public:
         const std::wstring answer = host.command(command);
         const HWND window =
             reinterpret_cast<HWND>(static_cast<UINT_PTR>(std::stoul(answer, nullptr, 16)));
-        settle();
+        REQUIRE(waitFor([&] { return frmToolbar::instance()->replies().hooked(window); }));
         return window;
     }
     /// The toolbar has been told of all windows: AOL tells a room's opening after theirs.
@@ -102,7 +103,7 @@ public:
     {
         const bool same = waitFor([&] { return body(reply) == plainEnds(text); }, 8000);
         if (!same)
-            MESSAGE("the reply holds: ", drive::text(GetMailReplyWnd(reply)));
+            MESSAGE("the reply holds: ", toUtf8(body(reply)));
         return same;
     }
 
@@ -284,9 +285,9 @@ TEST_CASE("more read windows than hooks: the ones in front are served")
                                    + std::to_wstring(i) + kMailTail));
     bench.click(mails.back(), L"Reply");
     CHECK(bench.becomes(bench.replyWindow(L"Re: Mail 6"), quoted(L"text 6")));
+    CHECK_FALSE(frmToolbar::instance()->replies().hooked(mails[0]));
     bench.toFront(mails[0]);
-    // The hooks follow within a tick of the timer.
-    drive::until([] { return false; }, 1200);
+    CHECK(waitFor([&] { return frmToolbar::instance()->replies().hooked(mails[0]); }));
     bench.click(mails[0], L"Reply");
     CHECK(bench.becomes(bench.replyWindow(L"Re: Mail 0"), quoted(L"text 0")));
 }

@@ -197,7 +197,8 @@ demo_end_velora() {
     local panel
     panel=$(window_of '^Velora Toolbar$') || demo_die "Velora's panel has gone"
     geometry "$panel"
-    click_at "$panel" $((WIDTH - 16)) 14
+    # The last button but one.
+    click_at "$panel" $((WIDTH - 16 - 28)) 14
     sleep 0.5
     xdotool key x
     wine_wait 15 window_of '^Velora$' || demo_die "Velora did not ask whether to exit"

@@ -245,31 +245,6 @@ TEST_CASE("a text that is too long is said to be, and stays")
     CHECK(bench.body() == text);
 }
 
-TEST_CASE("the encryption is undone while nothing else has changed")
-{
-    MailBench bench(0, 5, L"Dear Rose,\r\nsecret\r\nJoe");
-    bench.select(L"secret");
-    const auto encrypt = [] {
-        const Password password(kEncryptBox, L"pw");
-        REQUIRE(EncryptMail());
-    };
-    encrypt();
-    CHECK(canUndoEncryption());
-    CHECK(UndoEncryption());
-    CHECK(bench.body() == L"Dear Rose,\r\nsecret\r\nJoe");
-    CHECK_FALSE(canUndoEncryption());
-
-    bench.select(L"secret");
-    encrypt();
-    AolMailBody(bench.mail.body).select({0, 0});
-    AolMailBody(bench.mail.body).replaceSelection(L"typed ");
-    const std::wstring changed = bench.body();
-    const Answer told(L"OK", kEncryptBox, L"cannot be undone");
-    CHECK_FALSE(UndoEncryption());
-    CHECK(told.came());
-    CHECK(bench.body() == changed);
-}
-
 TEST_CASE("a reply is a mail, too; without a mail or an envelope the user is told")
 {
     MailBench bench;

@@ -54,33 +54,33 @@ TableDef makeDef(PageNo page, unsigned firstMap, const std::vector<ColumnSpec>& 
     def.pages = {page};
     def.type = kSystemTable;
     def.maxColumns = static_cast<std::uint16_t>(columns.size());
-    for (const ColumnSpec& spec : columns) {
+    for (const ColumnSpec& plan : columns) {
         Column column;
-        column.name = spec.name;
-        column.type = spec.type;
-        column.number = spec.number;
-        column.varIndex = spec.varIndex;
-        column.flags = spec.flags;
-        column.fixedAt = spec.fixedAt;
-        column.size = spec.size;
+        column.name = plan.name;
+        column.type = plan.type;
+        column.number = plan.number;
+        column.varIndex = plan.varIndex;
+        column.flags = plan.flags;
+        column.fixedAt = plan.fixedAt;
+        column.size = plan.size;
         def.varColumns = static_cast<std::uint16_t>(def.varColumns + !column.fixed());
         def.columns.push_back(column);
     }
-    for (const DataSpec& spec : data) {
+    for (const DataSpec& plan : data) {
         DataIndex index;
-        for (const std::uint16_t number : spec.columns)
+        for (const std::uint16_t number : plan.columns)
             index.columns.push_back({number});
-        index.map = map(spec.map);
-        index.root = spec.root;
-        index.flags = spec.flags;
+        index.map = map(plan.map);
+        index.root = plan.root;
+        index.flags = plan.flags;
         def.data.push_back(index);
     }
-    for (const IndexSpec& spec : indexes)
-        def.indexes.push_back({spec.name, spec.data, spec.data, spec.type});
+    for (const IndexSpec& plan : indexes)
+        def.indexes.push_back({plan.name, plan.data, plan.data, plan.type});
     def.ownedMap = map(firstMap);
     def.freeMap = map(firstMap + 1);
-    for (const LongSpec& spec : longs)
-        def.longValues.push_back({spec.column, map(spec.owned), map(spec.owned + 1)});
+    for (const LongSpec& plan : longs)
+        def.longValues.push_back({plan.column, map(plan.owned), map(plan.owned + 1)});
     return def;
 }
 

@@ -1,0 +1,17 @@
+#include "sounds/WavDescriptions.h"
+
+namespace velora {
+
+WavDescriptions& wavDescriptions()
+{
+    static WavDescriptions instance;
+    return instance;
+}
+
+void wavDescriptionsChanged()
+{
+    if (wavDescriptions().changed)
+        wavDescriptions().changed();
+}
+
+} // namespace velora

@@ -15,6 +15,7 @@
 #include "support/drive_win.h"
 #include "support/memory_store.h"
 #include "ui/MessageLoop.h"
+#include "ui/Timer.h"
 
 #include <doctest/doctest.h>
 
@@ -52,7 +53,7 @@ struct MailBench {
             REQUIRE(connectAol());
         mail = AOL_OpenEMail();
         REQUIRE(mail);
-        setAolText(mail.body, body);
+        REQUIRE(waitFor([&] { return setAolText(mail.body, body); }));
     }
     ~MailBench()
     {
@@ -76,47 +77,50 @@ struct MailBench {
     MailWindow mail;
 };
 
-/// Types a password into the prompt, which shows it masked, and presses a key.
-void typePassword(const wchar_t* caption, const wchar_t* password, WORD key)
-{
-    HWND edit = nullptr;
-    REQUIRE(drive::until([&] {
-        const HWND box = FindWindowW(nullptr, caption);
-        edit = box ? drive::child(box, L"Edit") : nullptr;
-        return edit && IsWindowVisible(edit);
-    }));
-    CHECK(SendMessageW(edit, EM_GETPASSWORDCHAR, 0, 0) != 0);
-    REQUIRE(drive::activate(GetParent(edit)));
-    REQUIRE(drive::click(edit));
-    drive::type(password);
-    drive::key(key);
-}
-
 /// Answers the prompt for a password, and before it, with `whole`, the question whether to take
 /// the whole mail by Yes.
+///
+/// The keys are posted to the prompt and not played as the keyboard's: AOL has just opened a
+/// window, and the window manager may give it the focus between two of them. Nor does anything
+/// here wait inside the question's loop, from which no prompt can come.
 class Password {
 public:
     Password(const wchar_t* caption, const wchar_t* password, bool whole = false,
              WORD key = VK_RETURN)
-        : type_([=] { typePassword(caption, password, key); })
+        : caption_(caption), password_(password), key_(key), yesDue_(whole), start_(GetTickCount())
     {
-        if (!whole) {
-            script_ = std::make_unique<drive::Script>(type_);
-            return;
-        }
-        first_ = std::make_unique<drive::Script>([this, caption] {
-            const HWND question = drive::window(caption);
-            REQUIRE(question);
-            REQUIRE(drive::press(question, L"Yes"));
-            // The prompt comes up when the question's loop has ended, and this script with it.
-            script_ = std::make_unique<drive::Script>(type_);
-        });
+        tmrLook_.start(20, [this] { look(); });
     }
-    bool done() const { return script_ && script_->done(); }
+    bool done() const { return done_; }
 
 private:
-    std::function<void()> type_;
-    std::unique_ptr<drive::Script> first_, script_;
+    void look()
+    {
+        if (GetTickCount() - start_ > 2 * drive::kPatience) {
+            done_ = false;
+            Form::unloadAll();
+            return;
+        }
+        const HWND box = FindWindowW(nullptr, caption_);
+        if (!box || !IsWindowVisible(box) || done_)
+            return;
+        if (const HWND edit = drive::child(box, L"Edit")) {
+            CHECK(SendMessageW(edit, EM_GETPASSWORDCHAR, 0, 0) != 0);
+            for (const wchar_t* c = password_; *c; ++c)
+                SendMessageW(edit, WM_CHAR, *c, 0);
+            CHECK(windowText(edit) == password_);
+            done_ = PostMessageW(edit, WM_KEYDOWN, key_, 0);
+        } else if (yesDue_) {
+            yesDue_ = !PostMessageW(drive::child(box, L"Yes"), BM_CLICK, 0, 0);
+        }
+    }
+
+    const wchar_t* caption_;
+    const wchar_t* password_;
+    WORD key_;
+    bool yesDue_, done_ = false;
+    DWORD start_;
+    Timer tmrLook_;
 };
 
 std::wstring shownText()
@@ -129,8 +133,9 @@ std::wstring shownText()
 /// answer to a mail with "<BR>" is a line; one that is shown as it stands is written "&lt;BR>".
 void sendAndReceive(MailBench& bench)
 {
-    setAolText(bench.mail.to, L"Rose3");
-    setAolText(bench.mail.subject, L"Secret");
+    // AOL may be busy for longer than the program itself would wait.
+    REQUIRE(waitFor([&] { return setAolText(bench.mail.to, L"Rose3"); }));
+    REQUIRE(waitFor([&] { return setAolText(bench.mail.subject, L"Secret"); }));
     const HWND window = bench.mail.window;
     REQUIRE(clickAolIcon(childOfClass(window, L"_AOL_Icon", 11)));
     REQUIRE(waitFor([&] { return !IsWindow(window); }));
@@ -243,6 +248,31 @@ TEST_CASE("a text that is too long is said to be, and stays")
     CHECK_FALSE(EncryptMail());
     CHECK(told.came());
     CHECK(bench.body() == text);
+}
+
+TEST_CASE("the encryption is undone while nothing else has changed")
+{
+    MailBench bench(0, 5, L"Dear Rose,\r\nsecret\r\nJoe");
+    bench.select(L"secret");
+    const auto encrypt = [] {
+        const Password password(kEncryptBox, L"pw");
+        REQUIRE(EncryptMail());
+    };
+    encrypt();
+    CHECK(canUndoEncryption());
+    CHECK(UndoEncryption());
+    CHECK(bench.body() == L"Dear Rose,\r\nsecret\r\nJoe");
+    CHECK_FALSE(canUndoEncryption());
+
+    bench.select(L"secret");
+    encrypt();
+    AolMailBody(bench.mail.body).select({0, 0});
+    AolMailBody(bench.mail.body).replaceSelection(L"typed ");
+    const std::wstring changed = bench.body();
+    const Answer told(L"OK", kEncryptBox, L"cannot be undone");
+    CHECK_FALSE(UndoEncryption());
+    CHECK(told.came());
+    CHECK(bench.body() == changed);
 }
 
 TEST_CASE("a reply is a mail, too; without a mail or an envelope the user is told")

@@ -51,13 +51,14 @@ private:
         std::wstring texts;
         for (const HWND child : drive::children(window))
             texts += drive::text(child) + L"\n";
-        if (texts.find(self.part_) == texts.npos)
+        const HWND button = drive::child(window, self.button_);
+        if (texts.find(self.part_) == texts.npos || !button || !IsWindowEnabled(button))
             return;
         self.shown_ = texts;
         self.came_ = true;
-        // Pressing pumps: the window is answered only once.
-        KillTimer(nullptr, timer);
-        CHECK(drive::press(window, self.button_));
+        KillTimer(nullptr, timer); // the window is answered only once
+        // Not with the mouse: AOL may come to the front between two of its messages.
+        CHECK(PostMessageW(button, BM_CLICK, 0, 0));
     }
 
     const wchar_t* button_;

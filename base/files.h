@@ -22,6 +22,11 @@ void replaceFile(const std::wstring& path, std::string_view bytes);
 /// equal to the present one makes no copy. Throws Error.
 void replaceFileKeepingCopies(const std::wstring& path, std::string_view bytes);
 
+/// Keeps what the file holds now as path + ".1", the former copies as ".2" and ".3"; for a file
+/// that is about to be changed in place. Nothing happens when ".1" holds the same already, or the
+/// file cannot be read. Throws Error.
+void keepCopies(const std::wstring& path);
+
 /// Appends one record with a single write; the file is made when missing. Throws Error.
 void appendToFile(const std::wstring& path, std::string_view record);
 
@@ -45,5 +50,7 @@ std::vector<FileEntry> listFolder(const std::wstring& folder, std::wstring_view 
 void deleteFile(const std::wstring& path);
 /// Throws Error; `to` is replaced when `overwrite`.
 void copyFile(const std::wstring& from, const std::wstring& to, bool overwrite);
+/// Renames a file within its volume in one step; `to` is replaced. Throws Error.
+void moveFile(const std::wstring& from, const std::wstring& to);
 
 } // namespace velora

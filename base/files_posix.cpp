@@ -115,4 +115,12 @@ void copyFile(const std::wstring& from, const std::wstring& to, bool overwrite)
         throw Error("cannot copy the file");
 }
 
+void moveFile(const std::wstring& from, const std::wstring& to)
+{
+    std::error_code failed;
+    fs::rename(native(from), native(to), failed);
+    if (failed)
+        throw Error("cannot rename the file");
+}
+
 } // namespace velora

@@ -162,4 +162,11 @@ void copyFile(const std::wstring& from, const std::wstring& to, bool overwrite)
         throwLastError("cannot copy the file");
 }
 
+void moveFile(const std::wstring& from, const std::wstring& to)
+{
+    if (!MoveFileExW(extended(from).c_str(), extended(to).c_str(),
+                     MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH))
+        throwLastError("cannot rename the file");
+}
+
 } // namespace velora

@@ -50,6 +50,7 @@ int run()
     }
     Form::unloadAll();
     giveAolBack();
+    closeDatabase();
     return code;
 }
 

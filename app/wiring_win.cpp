@@ -15,6 +15,7 @@
 #include "im_mail/modIMServices.h"
 #include "im_mail/modIM_Manager.h"
 #include "im_mail/modMailTools.h"
+#include "sounds/modDescriptions.h"
 #include "sounds/modSounds.h"
 
 namespace velora {
@@ -34,6 +35,7 @@ void liveUpdate()
 StartupServices startupServices()
 {
     StartupServices services;
+    services.openDatabase = openWavDatabase;
     services.installFadeScheme = [](const std::wstring& file) {
         return InstallScheme(file, AppPath());
     };
@@ -78,6 +80,11 @@ void fillToolbarRoutes()
     routes.checkUpdate = liveUpdate;
     routes.exitProgram = [] { UnloadAllForms(true); };
     routes.aolEnded = [] { UnloadAllForms(false); };
+}
+
+void closeDatabase()
+{
+    closeWavDatabase();
 }
 
 void giveAolBack() noexcept

@@ -8,6 +8,8 @@ namespace velora {
 StartupServices startupServices();
 /// Fills the toolbar's table; before the toolbar is made.
 void fillToolbarRoutes();
+/// After the message loop, before COM goes.
+void closeDatabase();
 /// AOL gets back what was taken from its windows. Runs in a crashed process, too.
 void giveAolBack() noexcept;
 

@@ -108,6 +108,15 @@ JetTable tableFrom(const wchar_t* name, const VJetField* fields, long fieldCount
     return table;
 }
 
+void repair(const std::wstring& path, const JetTable* usual, long* records, long* lost)
+{
+    const auto repaired = clsJetDatabase::repairDatabase(path, systemJetFiles(), usual);
+    if (records)
+        *records = repaired.records;
+    if (lost)
+        *lost = repaired.lost;
+}
+
 } // namespace
 
 EXPORT long VJET_CALL VJetCreateDatabase(const wchar_t* path, const wchar_t* locale,
@@ -128,12 +137,16 @@ EXPORT long VJET_CALL VJetCompactDatabase(const wchar_t* source, const wchar_t* 
 
 EXPORT long VJET_CALL VJetRepairDatabase(const wchar_t* path, long* records, long* lost)
 {
+    return guarded([&] { repair(text(path), nullptr, records, lost); });
+}
+
+EXPORT long VJET_CALL VJetRepairDatabaseAs(const wchar_t* path, const VJetField* fields,
+                                           long fieldCount, const VJetIndex* indexes,
+                                           long indexCount, long* records, long* lost)
+{
     return guarded([&] {
-        const auto repaired = clsJetDatabase::repairDatabase(text(path));
-        if (records)
-            *records = repaired.records;
-        if (lost)
-            *lost = repaired.lost;
+        const JetTable usual = tableFrom(L"Usual", fields, fieldCount, indexes, indexCount);
+        repair(text(path), &usual, records, lost);
     });
 }
 

@@ -27,6 +27,10 @@ long VJET_CALL VJetCreateDatabase(const wchar_t* path, const wchar_t* locale, VJ
 long VJET_CALL VJetOpenDatabase(const wchar_t* path, VJetHandle* database);
 long VJET_CALL VJetCompactDatabase(const wchar_t* source, const wchar_t* destination);
 long VJET_CALL VJetRepairDatabase(const wchar_t* path, long* records, long* lost);
+/* The same; a table whose definition cannot be read is taken to have these fields and indexes. */
+long VJET_CALL VJetRepairDatabaseAs(const wchar_t* path, const VJetField* fields, long fieldCount,
+                                    const VJetIndex* indexes, long indexCount, long* records,
+                                    long* lost);
 long VJET_CALL VJetCloseDatabase(VJetHandle database);
 
 long VJET_CALL VJetTableCount(VJetHandle database, long* count);

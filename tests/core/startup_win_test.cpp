@@ -303,6 +303,7 @@ TEST_CASE_FIXTURE(Scene, "a program folder that takes no folders is told, and th
     replaceFile(installed.file(L"data"), "in the way");
     const Process velora = installed.start();
     CHECK(answer(velora, L"cannot write to its program folder!"));
+    CHECK(answer(velora, L"Database engine error!"));
     CHECK(started(installed, velora));
 }
 

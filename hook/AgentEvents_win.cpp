@@ -68,6 +68,9 @@ LRESULT AgentImpl::onQuestion(WPARAM sender, const COPYDATASTRUCT* data)
     message.message = question.message;
     message.wParam = question.wParam;
     message.lParam = static_cast<LPARAM>(question.lParam);
+    message.shift = question.modifiers & wire::kShift;
+    message.control = question.modifiers & wire::kControl;
+    message.alt = question.modifiers & wire::kAlt;
     raise(*hooked, message);
     return static_cast<LRESULT>(wire::answer(message.noDefault, message.delayedCode()));
 }

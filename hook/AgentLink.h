@@ -91,6 +91,9 @@ public:
     // goes back to AOL when it is given, when the owner is destroyed and when the program ends.
     /// The holder; 0 when it failed.
     HWND takeIM(HWND im, const RECT& place, HWND owner);
+    /// Shows the holder there and hides the others of its owner. Whoever had the focus in one of
+    /// them has it in this one.
+    bool showIM(HWND im, const RECT& place);
     /// Moves, shows and hides the holder without waiting for AOL.
     void placeIM(HWND im, const RECT& place, bool visible);
     bool giveIM(HWND im);

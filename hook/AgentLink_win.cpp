@@ -338,6 +338,17 @@ HWND AgentLink::takeIM(HWND im, const RECT& place, HWND owner)
         nullptr);
 }
 
+bool AgentLink::showIM(HWND im, const RECT& place)
+{
+    return trap(
+        kModule,
+        [&] {
+            return impl_->succeeds(wire::Op::imShow,
+                                   {.window = im, .area = place, .timeoutMs = kAolTimerTimeout});
+        },
+        false);
+}
+
 void AgentLink::placeIM(HWND im, const RECT& place, bool visible)
 {
     for (const AgentImpl::HeldIm& held : impl_->held)

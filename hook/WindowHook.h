@@ -21,11 +21,12 @@ struct WatchRule {
     WPARAM wHigh = ~WPARAM{0};
     Delivery delivery = Delivery::verdict;
     bool coalesce = false; ///< posted rules: while one event is under way, further ones are dropped
+    bool withControl = false; ///< verdicts: only while Ctrl is held
 
     /// A rule for one wParam, such as a key code.
     static WatchRule key(UINT message, WPARAM value, Delivery delivery = Delivery::verdict)
     {
-        return {message, value, value, delivery, false};
+        return {message, value, value, delivery};
     }
 };
 
@@ -35,6 +36,8 @@ struct HookMessage {
     WPARAM wParam = 0;
     LPARAM lParam = 0;   ///< a number; a pointer in it belongs to AOL's process
     bool posted = false; ///< AOL is not waiting: noDefault has no effect
+    /// Held when the key was pressed, which GetAsyncKeyState cannot tell any more. Not for posted.
+    bool shift = false, control = false, alt = false;
     /// AOL is not to handle the message. With a key pressed, the character and the key's release
     /// that follow are kept from AOL too, and are not raised again (the same when it is let
     /// through). With the mouse pressed the release is kept from AOL too, but it is raised.

@@ -15,7 +15,8 @@ wire::Rule wireRule(const WatchRule& rule)
                                                                         : wire::kPostedAfter;
     return {rule.message, static_cast<std::uint32_t>(rule.wLow),
             static_cast<std::uint32_t>(rule.wHigh),
-            way | (rule.coalesce && way != wire::kVerdict ? wire::kCoalesce : 0u)};
+            way | (rule.coalesce && way != wire::kVerdict ? wire::kCoalesce : 0u)
+                | (rule.withControl && way == wire::kVerdict ? wire::kWithControl : 0u)};
 }
 
 } // namespace

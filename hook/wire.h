@@ -41,7 +41,11 @@ enum Mode : std::uint32_t {
     kPostedBefore = 2, ///< tell it, then let AOL have the message
     kPostedAfter = 4,  ///< tell it when AOL has handled the message
     kCoalesce = 8,     ///< at most one such event under way (with a posted mode only)
+    kWithControl = 16, ///< holds only while the Ctrl key is down (with kVerdict only)
 };
+
+/// The keys that were held when the message was made, as AOL's thread has them.
+enum Modifier : std::uint32_t { kShift = 1, kControl = 2, kAlt = 4 };
 
 struct Rule {
     std::uint32_t message;
@@ -163,6 +167,7 @@ enum class Op : std::uint32_t {
     menuFind,   ///< text; the status is the identifier
     menuSync,   ///< the menu table was written anew
     imTake,     ///< window, a = owner, rect; the status is the holder window
+    imShow,     ///< window, rect: shown there, the others of its owner hidden
     imGive,     ///< window
     imClose,    ///< window
     quit,       ///< give everything back and let go of the section
@@ -199,8 +204,9 @@ struct Question {
     std::uint32_t generation;
     std::uint32_t cookie;
     std::uint32_t window, message, wParam, lParam;
+    std::uint32_t modifiers;
 };
-static_assert(sizeof(Question) == 28);
+static_assert(sizeof(Question) == 32);
 
 /// The answer to a question: flags, and in bits 8 to 15 the event code. 0 lets the message through.
 enum Answer : std::uint32_t { kSwallow = 1, kDelayed = 2 };

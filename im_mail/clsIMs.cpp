@@ -27,6 +27,14 @@ bool clsIMs::Remove(WindowId window)
     return true;
 }
 
+WindowId clsIMs::successor(WindowId window) const
+{
+    const auto index = indexOf(window);
+    if (!index || entries_.size() < 2)
+        return 0;
+    return entries_[*index + 1 < entries_.size() ? *index + 1 : *index - 1].window;
+}
+
 bool clsIMs::CheckForDuplicate(std::wstring_view screenName) const
 {
     return indexOf(screenName).has_value();

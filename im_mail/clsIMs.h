@@ -26,6 +26,9 @@ public:
     /// Removes the window's entry. The selection moves to the tab that takes its place, at the end
     /// to the one before. False when it was not there.
     bool Remove(WindowId window);
+    /// The IM whose tab becomes the current one when this current one is removed; 0 when none is
+    /// left.
+    WindowId successor(WindowId window) const;
     bool CheckForDuplicate(std::wstring_view screenName) const;
 
     const Entry& at(std::size_t index) const { return entries_.at(index); }

@@ -257,11 +257,14 @@ bool frmTabIM::showsPage() const
 
 bool frmTabIM::isInFront() const
 {
-    if (!showsPage())
-        return false;
+    return showsPage() && (GetForegroundWindow() == hwnd() || isInIM());
+}
+
+/// The user is in one of the IMs that lie over the page.
+bool frmTabIM::isInIM() const
+{
     const HWND front = GetForegroundWindow();
-    const clsIMSession* const im = current();
-    return front == hwnd() || (im && front == GetAncestor(im->window(), GA_ROOT));
+    return isAolWindow(front) && GetWindow(front, GW_OWNER) == hwnd();
 }
 
 void frmTabIM::showQuietly()
@@ -412,7 +415,7 @@ void frmTabIM::onKey(HookMessage& message)
         updateHotKeys();
         return;
     }
-    const bool control = GetAsyncKeyState(VK_CONTROL) < 0, shift = GetAsyncKeyState(VK_SHIFT) < 0;
+    const bool control = message.control, shift = message.shift;
     int code = 0;
     if (message.wParam == VK_RETURN)
         code = message.window == sbcReply.window() && !control && !shift && !ownEnter()
@@ -486,8 +489,8 @@ void frmTabIM::currentChanged(bool focus)
                         {WatchRule::key(WM_KEYDOWN, VK_RETURN),
                          WatchRule::key(WM_KEYDOWN, VK_TAB),
                          WatchRule::key(WM_KEYDOWN, VK_F6),
-                         WatchRule::key(WM_KEYDOWN, 'W'),
-                         {WM_KEYDOWN, '1', '9', Delivery::verdict, false},
+                         {WM_KEYDOWN, 'W', 'W', Delivery::verdict, false, true},
+                         {WM_KEYDOWN, '1', '9', Delivery::verdict, false, true},
                          {WM_SETFOCUS, 0, ~WPARAM{0}, Delivery::postedAfter, true},
                          {WM_KILLFOCUS, 0, ~WPARAM{0}, Delivery::postedAfter, true}});
     };
@@ -560,8 +563,7 @@ void frmTabIM::focusReply()
 /// as long as an IM of this window has the focus.
 void frmTabIM::updateHotKeys()
 {
-    const clsIMSession* const im = current();
-    const bool wanted = im && GetForegroundWindow() == GetAncestor(im->window(), GA_ROOT);
+    const bool wanted = isInIM();
     if (wanted == hotKeys_)
         return;
     hotKeys_ = wanted;

@@ -67,6 +67,7 @@ private:
     static Mode mode();
 
     void applyStyle();
+    bool isInIM() const;
     void setActivates(bool activates);
     void addKeys();
     void step(int by);

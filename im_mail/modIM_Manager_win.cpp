@@ -193,8 +193,39 @@ void takeSession(clsIMSession& session)
     ResizeRICHCNTL();
 }
 
-/// The IM has left the tabbed window, whoever took it out.
-void dropTab(clsIMSession& session)
+/// Puts an IM over the page of the tabbed window, hides the others.
+void putInFront(WindowId front)
+{
+    frmTabIM* const window = form();
+    if (!window)
+        return;
+    const bool shown = window->showsPage();
+    const RECT page = window->pageOnScreen();
+    const auto sessions = imSessions();
+    const auto wanted = [&](const clsIMSession& s) { return int{shown && s.id() == front}; };
+    for (clsIMSession* const session : sessions)
+        if (session->taken && wanted(*session) && session->placedVisible != 1
+            && aolLink().showIM(session->window(), page)) {
+            for (clsIMSession* const other : sessions)
+                other->placedVisible = other == session;
+            session->placedAt = page;
+        }
+    for (clsIMSession* const session : sessions) {
+        const int visible = wanted(*session);
+        // The size of those behind follows when they come to the front.
+        if (!session->taken
+            || (session->placedVisible == visible
+                && (!visible || EqualRect(&session->placedAt, &page))))
+            continue;
+        session->placedAt = page;
+        session->placedVisible = visible;
+        aolLink().placeIM(session->window(), page, visible != 0);
+    }
+}
+
+/// The IM has left the tabbed window, whoever took it out. `focus`: the one that comes to the front
+/// gets it.
+void dropTab(clsIMSession& session, bool focus)
 {
     clsIMs& taken = manager().taken;
     const bool current = taken.SelectedIM() == session.id();
@@ -209,16 +240,22 @@ void dropTab(clsIMSession& session)
         SaveIMPos();
         window->hideQuietly();
     }
+    ResizeRICHCNTL();
     if (current) {
-        window->currentChanged(window->isInFront());
+        window->currentChanged(focus);
         raiseCurrent(false);
     }
-    ResizeRICHCNTL();
+}
+
+bool inFront()
+{
+    const frmTabIM* const window = form();
+    return window && window->isInFront();
 }
 
 void forget(clsIMSession& session)
 {
-    dropTab(session);
+    dropTab(session, inFront());
     session.finish();
     const IMInfo info = session.info();
     raiseLater([info](const IMEvents& events) {
@@ -420,7 +457,7 @@ void resetims()
             if (!IsWindow(session->window()))
                 forget(*session);
             else if (wasGivenBack(*session))
-                dropTab(*session);
+                dropTab(*session, false);
         }
     });
 }
@@ -489,7 +526,7 @@ void Tab_UnhookIMs(bool close)
             const bool done =
                 close ? aolLink().closeIM(session->window()) : aolLink().giveIM(session->window());
             if (done)
-                dropTab(*session);
+                dropTab(*session, false);
         }
     });
 }
@@ -535,11 +572,17 @@ bool CloseUNT(HWND im)
             if (!session)
                 return false;
             session->refresh();
+            const bool focus = inFront();
+            // The next one comes first, so that the focus is never on the way to another window.
+            if (session->taken && manager().taken.SelectedIM() == session->id())
+                putInFront(manager().taken.successor(session->id()));
             const bool asked =
                 session->taken ? aolLink().closeIM(im) : postToAol(im, WM_CLOSE, 0, 0);
             if (asked) {
                 session->closing = GetTickCount() | 1;
-                dropTab(*session);
+                dropTab(*session, focus);
+            } else {
+                ResizeRICHCNTL();
             }
             return asked; // its log ends when its window does
         },
@@ -555,9 +598,9 @@ void selectIM(HWND im, bool byUser)
         taken.SetSelectedIM(idOf(im));
         if (frmTabIM* const window = form()) {
             window->ResizeTabs();
+            ResizeRICHCNTL();
             window->currentChanged(byUser);
         }
-        ResizeRICHCNTL();
         shareHooks();
         raiseCurrent(byUser);
     });
@@ -621,25 +664,7 @@ void ShowButtons_AU()
 
 void ResizeRICHCNTL()
 {
-    trap(kModule, [] {
-        frmTabIM* const window = form();
-        if (!window)
-            return;
-        const bool shown = window->showsPage();
-        const RECT page = window->pageOnScreen();
-        for (clsIMSession* const session : imSessions()) {
-            if (!session->taken)
-                continue;
-            const int visible = shown && manager().taken.SelectedIM() == session->id();
-            // The size of those behind follows when they come to the front.
-            if (session->placedVisible == visible
-                && (!visible || EqualRect(&session->placedAt, &page)))
-                continue;
-            session->placedAt = page;
-            session->placedVisible = visible;
-            aolLink().placeIM(session->window(), page, visible != 0);
-        }
-    });
+    trap(kModule, [] { putInFront(manager().taken.SelectedIM()); });
 }
 
 void SaveIMPos()

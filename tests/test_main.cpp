@@ -1,4 +1,5 @@
 #define DOCTEST_CONFIG_IMPLEMENT
+#include <cstdio>
 #include <doctest/doctest.h>
 
 namespace {
@@ -28,6 +29,8 @@ REGISTER_LISTENER("count", 1, CaseCounter);
 
 int main(int argc, char** argv)
 {
+    // What a test that is ended from outside has found until then is to be read.
+    std::setvbuf(stdout, nullptr, _IONBF, 0);
     doctest::Context context(argc, argv);
     context.setOption("no-path-filenames", true);
     const int result = context.run();

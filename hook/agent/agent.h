@@ -130,6 +130,7 @@ std::int32_t readSelection(const wire::Command& command);
 
 // holders.cpp
 std::int32_t takeIm(const wire::Command& command);
+std::int32_t showIm(const wire::Command& command);
 std::int32_t giveIm(HWND im, bool close);
 void giveAllIms();
 void heldDestroyed(HWND im);

@@ -88,6 +88,7 @@ std::int32_t run(const wire::Command& command, const wchar_t* text)
     case wire::Op::menuFind: return findItem(text);
     case wire::Op::menuSync: syncMenus(); return wire::kDone;
     case wire::Op::imTake: return takeIm(command);
+    case wire::Op::imShow: return showIm(command);
     case wire::Op::imGive: return giveIm(window, false);
     case wire::Op::imClose: return giveIm(window, true);
     case wire::Op::quit: return quit();

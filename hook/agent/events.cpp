@@ -20,6 +20,14 @@ bool clearBit(std::int32_t& bits, std::int32_t bit)
     return __sync_fetch_and_and(word(bits), ~bit) & bit;
 }
 
+/// Of this thread, so as they were when the message was made: by now the user may have let go.
+std::uint32_t modifiers()
+{
+    return (GetKeyState(VK_SHIFT) < 0 ? wire::kShift : 0u)
+           | (GetKeyState(VK_CONTROL) < 0 ? wire::kControl : 0u)
+           | (GetKeyState(VK_MENU) < 0 ? wire::kAlt : 0u);
+}
+
 } // namespace
 
 bool postEvent(wire::Event kind, std::uint32_t cookie, std::uint32_t extra, std::uint32_t a,
@@ -92,7 +100,8 @@ std::uint32_t ask(int slot, HWND window, UINT message, WPARAM wParam, LPARAM lPa
                                number(window),
                                message,
                                static_cast<std::uint32_t>(wParam),
-                               static_cast<std::uint32_t>(lParam)};
+                               static_cast<std::uint32_t>(lParam),
+                               modifiers()};
     COPYDATASTRUCT data = {wire::kMagic, sizeof question, &question};
     DWORD_PTR answer = 0;
     ++g.section->questions;

@@ -16,8 +16,11 @@ constexpr bool sound(const wire::Slot& slot)
     if (!slot.window || !slot.cookie || slot.ruleCount > wire::kRulesPerSlot)
         return false;
     for (std::uint32_t i = 0; i < slot.ruleCount; ++i) {
-        const std::uint32_t way = slot.rules[i].mode & ~std::uint32_t{wire::kCoalesce};
+        const std::uint32_t mode = slot.rules[i].mode;
+        const std::uint32_t way = mode & ~std::uint32_t{wire::kCoalesce | wire::kWithControl};
         if (way != wire::kVerdict && way != wire::kPostedBefore && way != wire::kPostedAfter)
+            return false;
+        if ((mode & wire::kWithControl) && way != wire::kVerdict)
             return false;
     }
     return true;

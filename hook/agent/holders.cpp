@@ -155,6 +155,25 @@ std::int32_t takeIm(const wire::Command& command)
     return static_cast<std::int32_t>(number(window));
 }
 
+std::int32_t showIm(const wire::Command& command)
+{
+    const Holder* holder = findByIm(windowOf(command.window));
+    if (!holder || !holder->im)
+        return wire::kNotFound;
+    const HWND window = holder->window, owner = holder->owner, active = GetActiveWindow();
+    SetWindowPos(window, nullptr, command.left, command.top, command.right - command.left,
+                 command.bottom - command.top, kQuiet | SWP_SHOWWINDOW);
+    // Before the others go: when the active one is hidden the system chooses the next itself.
+    const Holder* former = active != window ? findByWindow(active) : nullptr;
+    if (former && former->window && former->owner == owner)
+        SetActiveWindow(window);
+    for (const Holder& other : g.holder)
+        if (other.window && other.window != window && other.owner == owner)
+            SetWindowPos(other.window, nullptr, 0, 0, 0, 0,
+                         kQuiet | SWP_NOMOVE | SWP_NOSIZE | SWP_HIDEWINDOW);
+    return wire::kDone;
+}
+
 std::int32_t giveIm(HWND im, bool close)
 {
     Holder* holder = im ? findByIm(im) : nullptr;

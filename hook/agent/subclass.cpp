@@ -60,6 +60,8 @@ Verdict beforeAol(std::uint32_t slots, std::uint32_t skip, HWND window, UINT mes
                 postRule(i, r, message, wParam, lParam);
             if (!(rule.mode & wire::kVerdict) || (skip & 1u << i) || (verdict.asked & 1u << i))
                 continue;
+            if ((rule.mode & wire::kWithControl) && GetKeyState(VK_CONTROL) >= 0)
+                continue;
             verdict.asked |= 1u << i;
             const std::uint32_t cookie = g.slot[i].table.cookie;
             const std::uint32_t answer = ask(i, window, message, wParam, lParam);

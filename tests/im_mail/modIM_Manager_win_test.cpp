@@ -17,14 +17,6 @@ using namespace velora::test;
 
 namespace {
 
-std::size_t count(const std::wstring& text, std::wstring_view part)
-{
-    std::size_t found = 0;
-    for (std::size_t at = text.find(part); at != text.npos; at = text.find(part, at + 1))
-        ++found;
-    return found;
-}
-
 std::size_t tabs()
 {
     return openIMs().Count();
@@ -45,51 +37,6 @@ bool isBack(IMBench& bench, HWND im, const RECT& before)
 }
 
 } // namespace
-
-TEST_CASE("in each edition and version an IM comes to a tab, is answered by Send, and is logged")
-{
-    struct Case {
-        int edition, version;
-    };
-    for (const Case& c : {Case{0, 3},
-                          {0, 4},
-                          {0, 5},
-                          {0, 6},
-                          {0, 7},
-                          {3, 5},
-                          {3, 6},
-                          {4, 5},
-                          {4, 6},
-                          {5, 5},
-                          {5, 7}}) {
-        CAPTURE(c.edition);
-        CAPTURE(c.version);
-        IMBench bench({.edition = c.edition, .version = c.version});
-        const HWND im = bench.arrive(L"Rose3", L"hello there");
-        REQUIRE(im);
-        CHECK(bench.happened(L"new Rose3"));
-        CHECK(tabs() == 1);
-        CHECK(openIMs().SelectedNick() == L"Rose3");
-        CHECK(bench.logged(L"Rose3", L"Rose3:\thello there"));
-        CHECK(count(bench.session(L"Rose3")->text(), kBeginImLabel) == 1);
-
-        bench.type(L"Rose3", L"hi Rose");
-        CHECK(press(L"Send"));
-        CHECK(bench.sent(L"Rose3: hi Rose"));
-        CHECK(bench.logged(L"Rose3", L"hi Rose"));
-
-        CHECK(press(L"Cancel"));
-        CHECK(bench.happened(L"closed Rose3"));
-        CHECK_FALSE(IsWindow(im));
-        CHECK(tabs() == 0);
-        const std::wstring log = bench.log(L"Rose3");
-        CHECK(log.starts_with(kBeginImLabel));
-        CHECK(count(log, L"\r\nEnd IM - ") == 1);
-        CHECK(log.ends_with(L"\r\n"));
-        CHECK(count(log, L"hello there") == 1);
-        CHECK(count(log, L"hi Rose") == 1);
-    }
-}
 
 TEST_CASE("an IM that comes takes neither the focus nor the current tab; its tab is marked")
 {
@@ -142,8 +89,8 @@ TEST_CASE("switched off, every IM is back in its old place; switched on, all are
     // It is still one conversation, in one block of the log.
     bench.host.command(L"im Anna: more");
     CHECK(bench.logged(L"Anna", L"more"));
-    CHECK(count(bench.log(L"Anna"), kBeginImLabel) == 1);
-    CHECK(count(bench.log(L"Anna"), L"text of Anna") == 1);
+    CHECK(IMBench::count(bench.log(L"Anna"), kBeginImLabel) == 1);
+    CHECK(IMBench::count(bench.log(L"Anna"), L"text of Anna") == 1);
 }
 
 TEST_CASE("a log note goes into the conversation and the log, and is not sent")
@@ -172,10 +119,10 @@ TEST_CASE("two IMs with one person share a day's file; in both layouts")
             CHECK(waitFor([&] { return !bench.session(L"Rose3"); }));
         }
         const std::wstring log = bench.log(L"Rose3");
-        CHECK(count(log, kBeginImLabel) == 2);
-        CHECK(count(log, L"\r\nEnd IM - ") == 2);
-        CHECK(count(log, L"the first") == 1);
-        CHECK(count(log, L"the second") == 1);
+        CHECK(IMBench::count(log, kBeginImLabel) == 2);
+        CHECK(IMBench::count(log, L"\r\nEnd IM - ") == 2);
+        CHECK(IMBench::count(log, L"the first") == 1);
+        CHECK(IMBench::count(log, L"the second") == 1);
     }
 }
 
@@ -221,7 +168,7 @@ TEST_CASE("a second scan takes no window twice, and gives it no second header")
     }
     CHECK(imSessions().size() == 1);
     CHECK(tabs() == 1);
-    CHECK(count(bench.session(L"Rose3")->text(), kBeginImLabel) == 1);
+    CHECK(IMBench::count(bench.session(L"Rose3")->text(), kBeginImLabel) == 1);
     CHECK(std::count(bench.events.begin(), bench.events.end(), L"new Rose3") == 1);
 }
 
@@ -257,8 +204,8 @@ TEST_CASE("a window that is closed before it is built, or by AOL's own button, l
     CHECK(clickAolIcon(cancel));
     CHECK(bench.happened(L"closed Anna"));
     CHECK(tabs() == 0);
-    CHECK(count(bench.log(L"Anna"), L"goodbye") == 1);
-    CHECK(count(bench.log(L"Anna"), L"\r\nEnd IM - ") == 1);
+    CHECK(IMBench::count(bench.log(L"Anna"), L"goodbye") == 1);
+    CHECK(IMBench::count(bench.log(L"Anna"), L"\r\nEnd IM - ") == 1);
     CHECK(waitFor([&] { return !IsWindowVisible(frmTabIM::instance()->hwnd()); }));
 }
 
@@ -273,7 +220,7 @@ TEST_CASE("the end of the program: given back, or closed, and logged either way"
         CHECK(waitFor([&] { return IsWindow(im) != close; }));
         if (!close)
             CHECK(GetAncestor(im, GA_PARENT) == bench.host.mdi());
-        CHECK(count(bench.log(L"Rose3"), L"\r\nEnd IM - ") == 1);
+        CHECK(IMBench::count(bench.log(L"Rose3"), L"\r\nEnd IM - ") == 1);
         if (close)
             continue;
         // The next run goes on where the log ends.
@@ -281,7 +228,7 @@ TEST_CASE("the end of the program: given back, or closed, and logged either way"
         REQUIRE(waitFor([&] { return bench.taken(L"Rose3"); }));
         bench.host.command(L"im Rose3: once more");
         CHECK(bench.logged(L"Rose3", L"once more"));
-        CHECK(count(bench.log(L"Rose3"), L"hello") == 1);
+        CHECK(IMBench::count(bench.log(L"Rose3"), L"hello") == 1);
     }
 }
 
@@ -294,5 +241,5 @@ TEST_CASE("AOL is killed: what was said is in the log")
     bench.host.kill();
     CHECK(waitFor([&] { return bench.bench.ended > 0; }));
     endIMs();
-    CHECK(count(bench.log(L"Rose3"), L"\r\nEnd IM - ") == 1);
+    CHECK(IMBench::count(bench.log(L"Rose3"), L"\r\nEnd IM - ") == 1);
 }

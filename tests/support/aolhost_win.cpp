@@ -209,6 +209,16 @@ std::wstring AolHost::command(std::wstring_view line)
     char buffer[8192];
     std::size_t end;
     while ((end = pending_.find('\n')) == std::string::npos) {
+        DWORD there = 0;
+        if (!PeekNamedPipe(pipe_.get(), nullptr, 0, nullptr, &there, nullptr))
+            fail(L"gone during the command " + std::wstring(line));
+        if (there == 0) {
+            // AOL may be asking this process something just now, and can't answer before it knows.
+            MSG message;
+            PeekMessageW(&message, nullptr, 0, 0, PM_NOREMOVE | PM_QS_SENDMESSAGE);
+            MsgWaitForMultipleObjects(0, nullptr, FALSE, 1, QS_SENDMESSAGE);
+            continue;
+        }
         if (!ReadFile(pipe_.get(), buffer, sizeof buffer, &count, nullptr) || count == 0)
             fail(L"gone during the command " + std::wstring(line));
         pending_.append(buffer, count);

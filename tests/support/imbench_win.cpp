@@ -99,4 +99,12 @@ bool IMBench::sent(const std::wstring& what)
     });
 }
 
+std::size_t IMBench::count(const std::wstring& text, std::wstring_view part)
+{
+    std::size_t found = 0;
+    for (std::size_t at = text.find(part); at != text.npos; at = text.find(part, at + 1))
+        ++found;
+    return found;
+}
+
 } // namespace velora::test

@@ -45,6 +45,8 @@ public:
     void type(const std::wstring& name, const std::wstring& text);
     /// True when AOL sent that, "NAME: TEXT".
     bool sent(const std::wstring& what);
+    /// How often the text holds the part.
+    static std::size_t count(const std::wstring& text, std::wstring_view part);
 
 private:
     std::wstring formerFolder_;

@@ -17,6 +17,7 @@
 #include "im_mail/modMailTools.h"
 #include "sounds/modDescriptions.h"
 #include "sounds/modSounds.h"
+#include "sounds/modWavLibrary.h"
 
 namespace velora {
 namespace {
@@ -41,6 +42,7 @@ StartupServices startupServices()
     };
     services.liveUpdate = liveUpdate;
     services.makeDefaultTemplates = MakeDefaultTemplates;
+    services.loadCategories = loadWavCategories;
     services.loadToolbar = [] {
         prepareFader(AppPath());
         frmToolbar::load();

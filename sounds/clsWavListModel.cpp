@@ -9,87 +9,143 @@
 
 namespace velora {
 
-std::vector<WavSource> wavSources(const std::wstring& aolFolder, const std::wstring& programFolder,
-                                  wchar_t separator)
-{
-    return {{L"AOL Sounds", aolFolder + separator + L"sounds", false},
-            {L"AOL Directory", aolFolder, false},
-            {L"FavWavs", programFolder + separator + L"favwavs.dat", true}};
-}
-
 bool clsWavListModel::fill(const WavSource& source, SoundKind kind, const WavListOptions& options)
 {
+    options_ = options;
     rows_.clear();
     const bool there = source.listFile || folderExists(source.path);
+    rows_.begin(0, source.path);
     if (there && source.listFile)
-        fillFromListFile(source, kind, options);
+        fillFromListFile(source, kind);
     else if (there)
-        fillFromFolder(source, kind, options);
+        fillFromFolder(source, kind);
     order();
     return there;
 }
 
-void clsWavListModel::fillFromFolder(const WavSource& source, SoundKind kind,
-                                     const WavListOptions& options)
+bool clsWavListModel::fillAll(const std::vector<WavSource>& sources, const WavListOptions& options,
+                              const std::function<bool()>& goOn)
 {
-    const bool hide = options.noAolWavs && kind == SoundKind::wav && isAolSource(source.name);
-    const std::wstring pattern = std::wstring(L"*").append(extensionOf(kind));
-    const std::wstring separator(1, source.path.find(L'\\') == std::wstring::npos ? L'/' : L'\\');
-    for (const FileEntry& file : listFolder(source.path, pattern)) {
-        std::wstring name = wavName(file.name, options.preserveCase);
-        if (!file.folder && !name.empty() && !(hide && isAolSystemSound(name)))
-            rows_.push_back(
-                {std::move(name), source.path + separator + file.name, kind, file.size});
+    options_ = options;
+    rows_.clear();
+    bool all = true;
+    for (std::size_t i = 0; i < sources.size(); ++i) {
+        rows_.begin(i, sources[i].path);
+        if (sources[i].listFile)
+            fillFromListFile(sources[i], std::nullopt);
+        else
+            fillFromFolder(sources[i], std::nullopt);
+        if (!goOn()) {
+            all = false;
+            break;
+        }
     }
+    order();
+    return all;
 }
 
-void clsWavListModel::fillFromListFile(const WavSource& source, SoundKind kind,
-                                       const WavListOptions& options)
+void clsWavListModel::clear()
 {
-    for (ListEntry& entry : readListFile(source.path, options.preserveCase))
-        if (entry.kind == kind) {
-            const std::uint64_t bytes = fileBytes(entry.path).value_or(0);
-            rows_.push_back({std::move(entry.name), std::move(entry.path), kind, bytes});
-        }
+    rows_.clear();
+    order();
+}
+
+void clsWavListModel::fillFromFolder(const WavSource& source, std::optional<SoundKind> kind)
+{
+    const bool hides = options_.noAolWavs && isAolSource(source.name);
+    visitFolder(source.path, [&](const FileFound& file) {
+        const std::optional<SoundKind> found = kindOfFile(file.name);
+        if (!found || file.folder || (kind && found != kind))
+            return true;
+        if (!(hides && found == SoundKind::wav
+              && isAolSystemSound(wavName(file.name, options_.preserveCase))))
+            rows_.addFile(file.name, *found, file.bytes);
+        return true;
+    });
+}
+
+void clsWavListModel::fillFromListFile(const WavSource& source, std::optional<SoundKind> kind)
+{
+    for (const ListEntry& entry : readListFile(source.path, true))
+        if (entry.kind && (!kind || entry.kind == kind))
+            rows_.addEntry(entry.name, entry.path, *entry.kind);
 }
 
 void clsWavListModel::find(std::wstring_view typed)
 {
+    std::vector<std::wstring> words = split(lower(typed), L' ');
+    std::erase(words, std::wstring());
     typed_ = typed;
-    shown_ = quickFind(rows_, typed_);
+    shown_.clear();
+    for (const Index row : order_) {
+        const std::wstring_view name = rows_.lowered(row);
+        if (std::all_of(words.begin(), words.end(), [&](const std::wstring& word) {
+                return name.find(word) != std::wstring_view::npos;
+            }))
+            shown_.push_back(row);
+    }
+}
+
+void clsWavListModel::turn(Column column, int id)
+{
+    descending_ = column == column_ && id == otherId_ && !descending_;
+    column_ = column;
+    otherId_ = id;
 }
 
 void clsWavListModel::sortBy(Column column)
 {
-    descending_ = column == column_ && !descending_;
-    column_ = column;
+    turn(column, 0);
     order();
+}
+
+void clsWavListModel::sortByText(int id, const std::function<std::wstring(Index row)>& text)
+{
+    turn(Column::other, id);
+    std::vector<std::wstring> keys(rows_.count());
+    for (Index row = 0; row < rows_.count(); ++row)
+        keys[row] = lower(text(row));
+    order_ = rows_.sortedByName();
+    std::stable_sort(order_.begin(), order_.end(),
+                     [&](Index a, Index b) { return keys[a] < keys[b]; });
+    if (descending_)
+        std::reverse(order_.begin(), order_.end());
+    find(typed_);
 }
 
 void clsWavListModel::order()
 {
-    sortRows(rows_);
+    // What a column of the caller's holds is not known here: new rows come in their names' order.
+    if (column_ == Column::other)
+        turn(Column::name, 0);
+    order_ = rows_.sortedByName();
     if (column_ == Column::size)
-        std::stable_sort(rows_.begin(), rows_.end(),
-                         [](const SoundRow& a, const SoundRow& b) { return a.bytes < b.bytes; });
+        std::stable_sort(order_.begin(), order_.end(),
+                         [&](Index a, Index b) { return rows_.bytes(a) < rows_.bytes(b); });
     if (descending_)
-        std::reverse(rows_.begin(), rows_.end());
+        std::reverse(order_.begin(), order_.end());
     find(typed_);
+}
+
+std::wstring clsWavListModel::name(int index) const
+{
+    return std::wstring(rows_.name(at(index), options_.preserveCase));
 }
 
 int clsWavListModel::indexOf(std::wstring_view path) const
 {
     for (int i = 0; i < count(); ++i)
-        if ((*this)[i].path == path)
+        if (this->path(i) == path)
             return i;
     return -1;
 }
 
 int clsWavListModel::beginningWith(std::wstring_view typed, int from) const
 {
+    const std::wstring wanted = lower(typed);
     for (int i = 0; i < count(); ++i) {
         const int index = (std::max(from, 0) + i) % count();
-        if (startsWithNoCase((*this)[index].name, typed))
+        if (rows_.lowered(at(index)).starts_with(wanted))
             return index;
     }
     return -1;

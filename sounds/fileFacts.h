@@ -1,7 +1,9 @@
 #pragma once
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
+#include <string_view>
 
 namespace velora {
 
@@ -10,5 +12,15 @@ std::wstring fileStamp(const std::wstring& path);
 
 /// The file's size; absent when it is not there.
 std::optional<std::uint64_t> fileBytes(const std::wstring& path);
+
+struct FileFound {
+    std::wstring_view name; ///< lives for the call only
+    std::uint64_t bytes;
+    bool folder;
+    bool link; ///< leads elsewhere: following it may never end
+};
+/// Tells of each thing in a folder, in the file system's order, "." and ".." left out, until
+/// `visit` answers false. False when the folder is not there or cannot be read.
+bool visitFolder(const std::wstring& folder, const std::function<bool(const FileFound&)>& visit);
 
 } // namespace velora

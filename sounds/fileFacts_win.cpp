@@ -1,5 +1,6 @@
 #include "sounds/fileFacts.h"
 
+#include "base/handles.h"
 #include "base/win.h"
 
 namespace velora {
@@ -36,6 +37,26 @@ std::optional<std::uint64_t> fileBytes(const std::wstring& path)
     if (!data || (data->dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY))
         return std::nullopt;
     return std::uint64_t{data->nFileSizeHigh} << 32 | data->nFileSizeLow;
+}
+
+bool visitFolder(const std::wstring& folder, const std::function<bool(const FileFound&)>& visit)
+{
+    const bool isLong = folder.size() > MAX_PATH - 12 && !folder.starts_with(L"\\\\");
+    WIN32_FIND_DATAW found;
+    const FindHandle search(
+        FindFirstFileW(((isLong ? L"\\\\?\\" : L"") + folder + L"\\*").c_str(), &found));
+    if (!search)
+        return false;
+    do {
+        const std::wstring_view name = found.cFileName;
+        if (name == L"." || name == L"..")
+            continue;
+        if (!visit({name, std::uint64_t{found.nFileSizeHigh} << 32 | found.nFileSizeLow,
+                    (found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0,
+                    (found.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0}))
+            break;
+    } while (FindNextFileW(search.get(), &found));
+    return true;
 }
 
 } // namespace velora

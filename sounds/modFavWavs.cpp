@@ -5,6 +5,7 @@
 #include "base/trap.h"
 
 #include <algorithm>
+#include <set>
 
 namespace velora {
 namespace {
@@ -48,6 +49,21 @@ std::optional<std::wstring> textToEdit(const std::wstring& listFile)
     return decodeFileText(*bytes);
 }
 
+/// The text without the lines whose path, in lower case, is one of these.
+std::wstring withoutPaths(std::wstring_view text, const std::set<std::wstring>& paths)
+{
+    std::wstring out;
+    for (std::size_t at = 0; at < text.size();) {
+        std::size_t end = std::min(text.find_first_of(L"\r\n", at), text.size());
+        const std::optional<std::wstring_view> path = pathOfLine(text.substr(at, end - at));
+        end += text.substr(end).starts_with(L"\r\n") ? 2 : end < text.size() ? 1 : 0;
+        if (!path || !paths.contains(lower(*path)))
+            out.append(text.substr(at, end - at));
+        at = end;
+    }
+    return out;
+}
+
 } // namespace
 
 std::vector<ListEntry> parseListFile(std::wstring_view text, bool preserveCase)
@@ -77,16 +93,7 @@ std::optional<std::wstring> addListEntry(std::wstring_view text, std::wstring_vi
 
 std::wstring removeListEntry(std::wstring_view text, std::wstring_view path)
 {
-    std::wstring out;
-    for (std::size_t at = 0; at < text.size();) {
-        std::size_t end = std::min(text.find_first_of(L"\r\n", at), text.size());
-        const std::optional<std::wstring_view> linePath = pathOfLine(text.substr(at, end - at));
-        end += text.substr(end).starts_with(L"\r\n") ? 2 : end < text.size() ? 1 : 0;
-        if (!linePath || !equalNoCase(*linePath, path))
-            out.append(text.substr(at, end - at));
-        at = end;
-    }
-    return out;
+    return withoutPaths(text, {lower(path)});
 }
 
 std::vector<ListEntry> readListFile(const std::wstring& path, bool preserveCase)
@@ -119,13 +126,51 @@ bool AddFavWav(const std::wstring& listFile, std::wstring_view name, std::wstrin
 
 bool DelFavWav(const std::wstring& listFile, std::wstring_view path)
 {
+    return removeListEntries(listFile, {std::wstring(path)});
+}
+
+std::size_t addListEntries(const std::wstring& listFile, const std::vector<std::wstring>& paths)
+{
+    return trap(
+        kModule,
+        [&]() -> std::size_t {
+            std::optional<std::wstring> text = textToEdit(listFile);
+            if (!text)
+                return 0;
+            std::set<std::wstring> present;
+            for (const ListEntry& entry : parseListFile(*text, true))
+                present.insert(lower(entry.path));
+            std::size_t added = 0;
+            for (const std::wstring& path : paths) {
+                const std::wstring name = path.substr(path.find_last_of(L"\\/") + 1);
+                if (!present.insert(lower(path)).second)
+                    continue;
+                if (auto more = addListEntry({}, wavName(name, true), path)) {
+                    if (!text->empty() && text->back() != L'\n' && text->back() != L'\r')
+                        *text += L"\r\n";
+                    *text += *more;
+                    ++added;
+                }
+            }
+            if (added)
+                replaceFileKeepingCopies(listFile, encodeFileText(*text));
+            return added;
+        },
+        std::size_t{0});
+}
+
+bool removeListEntries(const std::wstring& listFile, const std::vector<std::wstring>& paths)
+{
     return trap(
         kModule,
         [&] {
             const std::optional<std::wstring> text = textToEdit(listFile);
             if (!text)
                 return false;
-            const std::wstring left = removeListEntry(*text, path);
+            std::set<std::wstring> gone;
+            for (const std::wstring& path : paths)
+                gone.insert(lower(path));
+            const std::wstring left = withoutPaths(*text, gone);
             if (left == *text)
                 return false;
             replaceFileKeepingCopies(listFile, encodeFileText(left));

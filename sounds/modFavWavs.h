@@ -35,4 +35,9 @@ std::vector<ListEntry> readListFile(const std::wstring& path, bool preserveCase)
 bool AddFavWav(const std::wstring& listFile, std::wstring_view name, std::wstring_view path);
 bool DelFavWav(const std::wstring& listFile, std::wstring_view path);
 
+/// Many at once: adds those files that the list does not hold yet, each by its name without the
+/// ending; answers how many. 0 when the list cannot be written.
+std::size_t addListEntries(const std::wstring& listFile, const std::vector<std::wstring>& paths);
+bool removeListEntries(const std::wstring& listFile, const std::vector<std::wstring>& paths);
+
 } // namespace velora

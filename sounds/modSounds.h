@@ -9,7 +9,8 @@ struct ToolbarRoutes;
 /// Fills the routes that lead to the sounds. Call it before the toolbar is made.
 void routeSounds(ToolbarRoutes& routes);
 
-/// The file for a sound name, from the favourites or AOL's sounds folder; empty when there is none.
+/// The file for a sound name, from the whole library: the favourites, AOL's sounds, the categories.
+/// Empty when there is none, and for a name that is no plain file name.
 std::wstring GetWavPath(const std::wstring& name);
 
 /// The program's favourites file.

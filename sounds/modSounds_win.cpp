@@ -4,16 +4,22 @@
 #include "core/modAOL.h"
 #include "core/modMain.h"
 #include "settings/Options.h"
+#include "sounds/clsSoundLimit.h"
+#include "sounds/frmWavCheck.h"
 #include "sounds/frmWavs.h"
 #include "sounds/modMediaPlayer.h"
 #include "sounds/modPlayback.h"
+#include "sounds/modSoundCommand.h"
 #include "sounds/modSounds.h"
 #include "sounds/modWavDetect.h"
+#include "sounds/modWavLibrary.h"
 #include "sounds/modWavLookup.h"
 #include "ui/MessageLoop.h"
 
 namespace velora {
 namespace {
+
+constexpr long kChecksPerMinute = 12;
 
 /// A file that MCI does not play, said in the room. The question about Media Player comes once:
 /// whoever says such sounds must not be able to fill the screen with it.
@@ -44,6 +50,19 @@ clsWavDetect& wavDetect()
     return detect;
 }
 
+/// The wav check of what a member said. As many in a minute as sounds may play, and a sound that
+/// comes again is not checked again.
+void checkSound(const std::wstring& name)
+{
+    static clsSoundLimit limit;
+    static std::wstring last;
+    if (!isSafeSoundName(name) || name == last || limit.full(tickCount(), kChecksPerMinute))
+        return;
+    last = name;
+    limit.note(tickCount());
+    frmWavCheck::check(name, false);
+}
+
 } // namespace
 
 std::wstring favWavsFile()
@@ -53,16 +72,16 @@ std::wstring favWavsFile()
 
 std::wstring GetWavPath(const std::wstring& name)
 {
-    static clsFavourites favourites(favWavsFile());
-    const std::wstring& aolFolder = aol().folder;
-    return GetWavPath(name, favourites,
-                      {aolFolder.empty() ? std::wstring() : aolFolder + L"\\sounds"}, fileExists);
+    static clsListFiles lists;
+    return GetWavPath(name, lookupOrder(librarySources()), lists, fileExists);
 }
 
 void routeSounds(ToolbarRoutes& routes)
 {
     routes.detectWav = [](const std::wstring&, const std::wstring& message, bool own) {
         wavDetect().line(message, own, tickCount());
+        if (!own && opt::WavScan::Active.get())
+            checkSound(ParseWavName(message));
     };
     routes.openWavs = [] { frmWavs::openList(); };
     routes.stopSounds = [] { StopSound(); };

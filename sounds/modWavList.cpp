@@ -50,33 +50,4 @@ bool isAolSource(std::wstring_view sourceName)
     return equalNoCase(sourceName, L"aol directory") || equalNoCase(sourceName, L"aol sounds");
 }
 
-void sortRows(std::vector<SoundRow>& rows)
-{
-    // The keys are made once: a comparison that lowers both names would do it thousands of times.
-    std::vector<std::pair<std::wstring, std::size_t>> keys(rows.size());
-    for (std::size_t i = 0; i < rows.size(); ++i)
-        keys[i] = {lower(rows[i].name), i};
-    std::sort(keys.begin(), keys.end());
-    std::vector<SoundRow> sorted;
-    sorted.reserve(rows.size());
-    for (const auto& [key, index] : keys)
-        sorted.push_back(std::move(rows[index]));
-    rows = std::move(sorted);
-}
-
-std::vector<std::size_t> quickFind(const std::vector<SoundRow>& rows, std::wstring_view typed)
-{
-    std::vector<std::wstring> words = split(lower(typed), L' ');
-    std::erase(words, std::wstring());
-    std::vector<std::size_t> found;
-    for (std::size_t i = 0; i < rows.size(); ++i) {
-        const std::wstring name = lower(rows[i].name);
-        if (std::all_of(words.begin(), words.end(), [&](const std::wstring& word) {
-                return name.find(word) != std::wstring::npos;
-            }))
-            found.push_back(i);
-    }
-    return found;
-}
-
 } // namespace velora

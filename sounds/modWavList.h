@@ -1,5 +1,5 @@
 #pragma once
-// The lists of sounds: kinds, names, order, quick find, and which of AOL's own sounds are left out.
+// The lists of sounds: kinds, names, and which of AOL's own sounds are left out.
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -26,20 +26,5 @@ bool isAolSystemSound(std::wstring_view name);
 
 /// True for the two list sources that show AOL's own folders ("AOL Directory" and "AOL Sounds").
 bool isAolSource(std::wstring_view sourceName);
-
-/// One row of a sound list.
-struct SoundRow {
-    std::wstring name;
-    std::wstring path;
-    SoundKind kind = SoundKind::wav;
-    std::uint64_t bytes = 0;
-};
-
-/// Brings rows into the order of their names, without regard to case.
-void sortRows(std::vector<SoundRow>& rows);
-
-/// The indices of the rows in whose names every word of `typed` occurs, in any case; all of them
-/// for an empty text.
-std::vector<std::size_t> quickFind(const std::vector<SoundRow>& rows, std::wstring_view typed);
 
 } // namespace velora

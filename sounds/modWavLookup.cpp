@@ -1,5 +1,6 @@
 #include "sounds/modWavLookup.h"
 
+#include "base/files.h"
 #include "base/text.h"
 #include "base/trap.h"
 #include "sounds/fileFacts.h"
@@ -32,12 +33,6 @@ void clsFavourites::reload()
             byName_[entry.name].push_back(entry.path);
 }
 
-bool isDrivePath(std::wstring_view path)
-{
-    const wchar_t drive = path.empty() ? L'\0' : lowerChar(path[0]);
-    return path.size() > 3 && drive >= L'a' && drive <= L'z' && path[1] == L':' && path[2] == L'\\';
-}
-
 std::wstring SearchFavWavs(std::wstring_view name, clsFavourites& favourites,
                            const FileTest& exists)
 {
@@ -45,33 +40,43 @@ std::wstring SearchFavWavs(std::wstring_view name, clsFavourites& favourites,
         kModule,
         [&] {
             for (const std::wstring& path : favourites.paths(name))
-                if (isDrivePath(path) && exists(path))
+                if (isLibraryPath(path) && exists(path))
                     return path;
             return std::wstring();
         },
         std::wstring());
 }
 
-std::wstring GetWavPath(std::wstring_view name, clsFavourites& favourites,
-                        const std::vector<std::wstring>& folders, const FileTest& exists)
+std::wstring wavPathIn(const WavSource& source, std::wstring_view name, clsListFiles& lists,
+                       const FileTest& exists)
 {
     return trap(
         kModule,
         [&] {
             if (!isSafeSoundName(name))
                 return std::wstring();
-            std::wstring path = SearchFavWavs(name, favourites, exists);
-            if (!path.empty())
-                return path;
-            for (const std::wstring& folder : folders)
+            if (source.listFile)
+                return SearchFavWavs(name, lists[source.path], exists);
+            if (isDriveFolder(source.path))
                 for (const SoundKind kind : {SoundKind::wav, SoundKind::mid, SoundKind::mp3}) {
-                    path = (folder + L"\\").append(name).append(extensionOf(kind));
-                    if (!folder.empty() && exists(path))
+                    const std::wstring path =
+                        joinPath(source.path, std::wstring(name).append(extensionOf(kind)));
+                    if (exists(path))
                         return path;
                 }
             return std::wstring();
         },
         std::wstring());
+}
+
+std::wstring GetWavPath(std::wstring_view name, const std::vector<WavSource>& sources,
+                        clsListFiles& lists, const FileTest& exists)
+{
+    if (isSafeSoundName(name))
+        for (const WavSource& source : sources)
+            if (std::wstring path = wavPathIn(source, name, lists, exists); !path.empty())
+                return path;
+    return {};
 }
 
 } // namespace velora

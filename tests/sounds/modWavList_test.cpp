@@ -33,19 +33,3 @@ TEST_CASE("AOL's own sounds are told exactly, after the case rule")
     CHECK(isAolSource(L"aol directory"));
     CHECK_FALSE(isAolSource(L"FavWavs"));
 }
-
-TEST_CASE("rows are sorted without regard to case, and found by their words")
-{
-    std::vector<SoundRow> rows = {{L"Zebra", L"3"}, {L"apple pie", L"2"}, {L"Apple", L"1"}};
-    sortRows(rows);
-    CHECK(rows[0].path == L"1");
-    CHECK(rows[1].path == L"2");
-    CHECK(rows[2].path == L"3");
-
-    using Indices = std::vector<std::size_t>;
-    CHECK(quickFind(rows, L"") == Indices{0, 1, 2});
-    CHECK(quickFind(rows, L"APP") == Indices{0, 1});
-    CHECK(quickFind(rows, L"pie app") == Indices{1});
-    CHECK(quickFind(rows, L" z ") == Indices{2});
-    CHECK(quickFind(rows, L"nothing").empty());
-}

@@ -1,0 +1,77 @@
+#include "sounds/modWavSources.h"
+
+#include "base/files.h"
+#include "base/safename.h"
+#include "base/text.h"
+
+#include <algorithm>
+
+namespace velora {
+namespace {
+
+/// "C:\" and plain names behind it.
+bool isPlainDrivePath(std::wstring_view path)
+{
+#ifdef _WIN32
+    const wchar_t drive = path.empty() ? L'\0' : lowerChar(path[0]);
+    if (path.size() < 3 || drive < L'a' || drive > L'z' || path[1] != L':' || path[2] != L'\\')
+        return false;
+    const std::wstring_view rest = path.substr(3);
+    constexpr wchar_t kSeparator = L'\\';
+#else
+    if (!path.starts_with(L'/'))
+        return false;
+    const std::wstring_view rest = path.substr(1);
+    constexpr wchar_t kSeparator = L'/';
+#endif
+    const std::vector<std::wstring> parts = split(rest, kSeparator);
+    return std::all_of(parts.begin(), parts.end(),
+                       [](const std::wstring& part) { return isPlainFileName(part); });
+}
+
+} // namespace
+
+std::vector<WavSource> wavSources(const std::wstring& aolFolder, const std::wstring& programFolder,
+                                  const std::vector<WavCategory>& categories)
+{
+    using Kind = WavSource::Kind;
+    std::vector<WavSource> sources;
+    if (!aolFolder.empty()) {
+        sources.push_back({L"AOL Sounds", joinPath(aolFolder, L"sounds"), false, Kind::aol});
+        sources.push_back({L"AOL Directory", aolFolder, false, Kind::aol});
+    }
+    sources.push_back(
+        {L"FavWavs", joinPath(programFolder, L"favwavs.dat"), true, Kind::favourites});
+    for (const WavCategory& category : categories)
+        sources.push_back(
+            {category.name,
+             category.isGroup() ? groupFile(programFolder, category.group) : category.folder,
+             category.isGroup(), Kind::category});
+    return sources;
+}
+
+std::vector<WavSource> lookupOrder(const std::vector<WavSource>& sources)
+{
+    const auto rank = [](const WavSource& source) {
+        if (source.kind == WavSource::Kind::aol)
+            return equalNoCase(source.name, L"AOL Sounds") ? 1 : 3;
+        return source.kind == WavSource::Kind::favourites ? 0 : 2;
+    };
+    std::vector<WavSource> ordered = sources;
+    std::stable_sort(ordered.begin(), ordered.end(),
+                     [&](const auto& a, const auto& b) { return rank(a) < rank(b); });
+    return ordered;
+}
+
+bool isLibraryPath(std::wstring_view path)
+{
+    return kindOfFile(path) && isPlainDrivePath(path);
+}
+
+bool isDriveFolder(std::wstring_view path)
+{
+    return isPlainDrivePath(path)
+           || (path.size() == 3 && isPlainDrivePath(std::wstring(path) + L"x"));
+}
+
+} // namespace velora

@@ -1,16 +1,23 @@
 # A Wine prefix, a screen and a sound sink that belong to this checkout. Source common.sh first.
 # Calls may come in parallel (ctest -j): one lock guards the start, and what runs already is used.
+#   VELORA_LANE      a number above 1: a prefix, a screen and a sound sink beside the first ones. Window tests
+#                    share a keyboard focus, so those that run at the same time need a lane each
 #   VELORA_PREFIX    another prefix than build/wine/prefix (script/run and the installer's test have their own)
 #   VELORA_DISPLAY   a display that is there already, instead of an Xvfb screen of our own
 #   VELORA_SOUND     "user": the sound server of the user's session instead of a silent one of our own
-export WINEPREFIX=${VELORA_PREFIX:-$build/wine/prefix}
+# The test runner says which lane is free: "id:2,slots:1".
+lane=${CTEST_RESOURCE_GROUP_0_SCREENS:-id:${VELORA_LANE:-1}}
+lane=${lane#id:}
+lane=${lane%%,*}
+wine_state=$build/wine
+[ "$lane" = 1 ] || wine_state=$build/wine/lane$lane
+export WINEPREFIX=${VELORA_PREFIX:-$wine_state/prefix}
 export WINEARCH=win32 WINEDEBUG=${WINEDEBUG:--all}
 # No questions about Mono and Gecko, no menu entries on the user's desktop.
 export WINEDLLOVERRIDES="mscoree=;mshtml=;winemenubuilder.exe=${WINEDLLOVERRIDES:+;$WINEDLLOVERRIDES}"
-wine_state=$build/wine
 wine_cache=${XDG_CACHE_HOME:-${HOME:-/tmp}/.cache}/velora
 # A socket's path may have no more than 107 bytes, which a deep checkout exceeds.
-wine_runtime=${TMPDIR:-/tmp}/velora-$(id -u)-$(printf %s "$root" | cksum | cut -d' ' -f1)
+wine_runtime=${TMPDIR:-/tmp}/velora-$(id -u)-$(printf %s "$wine_state" | cksum | cut -d' ' -f1)
 
 # running NAME PROGRAM: the process whose id is in NAME.pid still lives and is that program (after a
 # restart of the machine the number may be somebody else's).

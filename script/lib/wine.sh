@@ -132,6 +132,8 @@ wine_prefix() {
     # Child windows' title bar buttons are drawn with this font, which Wine does not find where Debian
     # puts it; without it they show letters.
     cp -n /usr/share/wine/fonts/marlett.ttf "$WINEPREFIX.new/drive_c/windows/Fonts/" 2>/dev/null || true
+    # A program that crashes on purpose ends; no window asks about it.
+    printf '\n[Software\\\\Wine\\\\WineDbg]\n"ShowCrashDialog"=dword:00000000\n' >> "$WINEPREFIX.new/user.reg"
     mv "$WINEPREFIX.new" "$WINEPREFIX"
 }
 

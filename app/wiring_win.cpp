@@ -62,6 +62,7 @@ void fillToolbarRoutes()
 {
     ToolbarRoutes& routes = toolbarRoutes();
     routeSounds(routes);
+    routeDescriptions();
     routeMail(routes);
     routes.checkForAlias = CheckForAlias;
     routes.logLine = [](const std::wstring& name, const std::wstring& message) {

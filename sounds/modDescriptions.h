@@ -11,5 +11,7 @@ clsDatabase& wavDatabase();
 void openWavDatabase();
 /// Before COM goes.
 void closeWavDatabase();
+/// Gives the wav list what it asks of the descriptions; before any window is opened.
+void routeDescriptions();
 
 } // namespace velora

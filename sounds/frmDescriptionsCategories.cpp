@@ -119,11 +119,12 @@ void frmDescriptions::EditCategory()
                             kTitle, former, {.maxLength = 64}));
         if (name.empty() || name == former)
             return;
-        if (!wavDatabase().EditTable(former, name))
+        const bool renamed = wavDatabase().EditTable(former, name);
+        if (!renamed)
             tellBadName(name);
         if (!isOpen())
             return;
-        loadCategories(name);
+        loadCategories(renamed ? name : former);
         changed();
     });
 }
@@ -144,12 +145,13 @@ void frmDescriptions::DeleteCategory()
                      kMsgYesNo | kMsgQuestion | kMsgSecondDefault, kTitle)
             != kAnswerYes)
             return;
-        if (!wavDatabase().DeleteTable(name))
+        const bool deleted = wavDatabase().DeleteTable(name);
+        if (!deleted)
             MsgBoxEx(L"The category ~B" + literal(name) + L"~B could not be deleted.", kMsgCritical,
                      kTitle);
         if (!isOpen())
             return;
-        loadCategories({});
+        loadCategories(deleted ? std::wstring() : name);
         changed();
     });
 }

@@ -19,8 +19,8 @@ constexpr wchar_t kTitle[] = L"Wav Descriptions";
 constexpr wchar_t kNothingSelected[] =
     L"~B~CRNo description selected!~B~CN~N ~NPlease select a description in the list before "
     L"attempting to use this feature.";
-constexpr Size kListSize{560, 240};
-constexpr int kWidths[clsDescriptionsModel::kColumns] = {120, 120, 90, 90, 44, 150, 80, 90, 110};
+constexpr Size kListSize{660, 240};
+constexpr int kWidths[clsDescriptionsModel::kColumns] = {110, 120, 70, 90, 44, 200, 80, 110, 110};
 
 } // namespace
 

@@ -9,7 +9,7 @@ namespace velora {
 namespace {
 
 constexpr wchar_t kTitle[] = L"Wav Descriptions";
-constexpr Size kListSize{240, 150};
+constexpr Size kListSize{270, 150};
 constexpr Size kFolderSize{320, 0};
 
 } // namespace
@@ -28,7 +28,7 @@ std::optional<std::wstring> frmDescriptionsMove::ask()
 FormOptions frmDescriptionsMove::options() const
 {
     FormOptions options;
-    options.title = L"Velora - Move Wav Description";
+    options.title = L"Velora - Move Description";
     return options;
 }
 

@@ -30,7 +30,7 @@ constexpr wchar_t kEdit[] = L"Velora - Edit Wav Description";
 constexpr wchar_t kNew[] = L"Velora - New Wav Description";
 constexpr wchar_t kFill[] = L"Velora - Fill Descriptions Category";
 constexpr wchar_t kProcessing[] = L"Velora - Processing";
-constexpr wchar_t kMove[] = L"Velora - Move Wav Description";
+constexpr wchar_t kMove[] = L"Velora - Move Description";
 
 void clean()
 {

@@ -29,6 +29,11 @@ struct ToolbarRoutes {
     std::function<void()> openWavs;
     /// Ends the sound that plays.
     std::function<void()> stopSounds;
+    /// While sounds are muted, only what the user plays himself is heard.
+    std::function<void(bool mute)> muteSounds;
+    std::function<bool()> soundsMuted;
+    /// Starts the jukebox.
+    std::function<void()> openJukebox;
     /// Turns AOL's instant messages off or on ("Turn IMs Off", "Turn IMs On").
     std::function<void(bool on)> imSwitch;
     /// Opens the IM manager (the button cmdIMs).

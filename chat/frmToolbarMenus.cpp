@@ -235,6 +235,8 @@ void frmToolbar::fillMenu(Menu& menu)
         menu.item(L"&Wav List...", [this] { openWavs(); });
     if (routes.openIMs)
         menu.item(L"&IM Manager...", [this] { openIMs(); });
+    if (routes.openJukebox)
+        menu.item(L"&Jukebox", routes.openJukebox);
     menu.item(L"&Fade Panel...", [] { frmFade::showPanel(AppPath()); });
     menu.item(L"Fade and I&nsert...", [] { frmFadeInsert::showWindow(); });
     menu.item(L"&Multi-Line Entry...", [] { frmMultiLine::showWindow(); });
@@ -247,6 +249,10 @@ void frmToolbar::fillMenu(Menu& menu)
     menu.separator();
     if (routes.stopSounds)
         menu.item(L"&Stop Sound", routes.stopSounds);
+    if (routes.muteSounds && routes.soundsMuted)
+        menu.item(L"M&ute Sounds",
+                  [] { toolbarRoutes().muteSounds(!toolbarRoutes().soundsMuted()); },
+                  {.checked = routes.soundsMuted()});
     addSwitch(menu, L"&Play Sounds Said in the Room", opt::General::WavDetect);
     addSwitch(menu, L"&Log Chat Rooms", opt::General::ChatLog);
     if (routes.imSwitch) {

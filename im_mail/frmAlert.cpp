@@ -51,8 +51,8 @@ void playAlertWav()
     if (path.empty())
         return;
     last = GetTickCount();
-    // It may ask whether to fetch a player: not inside what raised the alert.
-    postCall([path] { PlaySoundEx(path); });
+    // Opening a sound takes its time: not inside what raised the alert.
+    postCall([path] { playUnasked(path); });
 }
 
 } // namespace

@@ -14,7 +14,14 @@ std::wstring versionNumber(std::uint32_t mostSignificant, std::uint32_t leastSig
 /// absent.
 bool isMediaPlayerVersion(const std::wstring& number);
 
-/// Looks for the control in the system folder. The answer is found once and kept.
+/// Looks for the control, as is done at start-up: its file is msdxm.ocx in the system folder. The
+/// answer is kept.
+void lookForMediaPlayer(const std::string& controlFile = {});
 bool mediaPlayerUsable();
+
+enum class MediaPlayerUse { preview, jukebox };
+/// Tells the user that Media Player is missing; opens its page in the browser on Yes. Pumps
+/// messages.
+void offerMediaPlayer(MediaPlayerUse use);
 
 } // namespace velora

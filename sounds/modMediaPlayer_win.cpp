@@ -1,6 +1,9 @@
 #include "base/trap.h"
 #include "base/win.h"
+#include "core/MsgBoxEx.h"
 #include "sounds/modMediaPlayer.h"
+
+#include <shellapi.h>
 
 #include <vector>
 
@@ -8,6 +11,8 @@ namespace velora {
 namespace {
 
 constexpr char kModule[] = "modMediaPlayer";
+constexpr wchar_t kDownloadPage[] = L"https://support.microsoft.com/windows/windows-media-player";
+std::optional<bool> g_present;
 
 std::string controlPath()
 {
@@ -17,9 +22,8 @@ std::string controlPath()
                                            : std::string();
 }
 
-bool lookForControl()
+bool isControl(const std::string& path)
 {
-    const std::string path = controlPath();
     DWORD ignored = 0;
     const DWORD size = path.empty() ? 0 : GetFileVersionInfoSizeA(path.c_str(), &ignored);
     if (size == 0)
@@ -36,11 +40,36 @@ bool lookForControl()
 
 } // namespace
 
+void lookForMediaPlayer(const std::string& controlFile)
+{
+    g_present = trap(
+        kModule, [&] { return isControl(controlFile.empty() ? controlPath() : controlFile); },
+        false);
+}
+
 bool mediaPlayerUsable()
 {
-    static const bool present = trap(
-        kModule, [] { return lookForControl(); }, false);
-    return present;
+    if (!g_present)
+        lookForMediaPlayer();
+    return *g_present;
+}
+
+void offerMediaPlayer(MediaPlayerUse use)
+{
+    trap(kModule, [&] {
+        const std::wstring why =
+            use == MediaPlayerUse::jukebox
+                ? L"The Velora Jukebox feature requires Microsoft Media Player version 6.4 or "
+                  L"higher."
+                : L"To preview MP3 files through Velora requires Microsoft Media Player version "
+                  L"6.4 or higher.";
+        const int answer =
+            MsgBoxEx(L"~B~CRMedia Player 6.4 or higher not installed!~B~CN~N ~N" + why
+                         + L"~N ~NWould you like to download the free installer?",
+                     kMsgYesNo | kMsgExclamation | kMsgSecondDefault);
+        if (answer == kAnswerYes)
+            ShellExecuteW(nullptr, L"open", kDownloadPage, nullptr, nullptr, SW_SHOWNORMAL);
+    });
 }
 
 } // namespace velora

@@ -1,27 +1,85 @@
+#include "base/clock.h"
 #include "base/trap.h"
 #include "base/win.h"
-#include "core/MsgBoxEx.h"
+#include "settings/Options.h"
+#include "sounds/clsSoundLimit.h"
 #include "sounds/clsSoundPlayer.h"
+#include "sounds/frmMPlayer.h"
 #include "sounds/modMediaPlayer.h"
 #include "sounds/modPlayback.h"
+#include "sounds/modSounds.h"
 #include "sounds/modWavList.h"
+#include "ui/MessageLoop.h"
 #include "ui/Timer.h"
 
-#include <shellapi.h>
+#include <utility>
 
 namespace velora {
 namespace {
 
 constexpr char kModule[] = "modPlayback";
 constexpr UINT kProgressMs = 200;
-constexpr wchar_t kDownloadPage[] = L"https://support.microsoft.com/windows/windows-media-player";
+
+/// The control on frmMPlayer. A call that it refuses is logged and answers the neutral value; the
+/// sound counts as ended then.
+class HostedControl final : public MediaControl {
+public:
+    bool play(const std::wstring& path) override
+    {
+        return trap(
+            kModule,
+            [&] {
+                frmMPlayer* const form = frmMPlayer::player();
+                if (form)
+                    form->play(path);
+                return form != nullptr;
+            },
+            false);
+    }
+    void pause() override
+    {
+        ask([](frmMPlayer& form) { return form.pause(), true; }, false, "pause");
+    }
+    void stop() override
+    {
+        ask([](frmMPlayer& form) { return form.stop(), true; }, false, "stop");
+    }
+    bool busy() override
+    {
+        return ask([](frmMPlayer& form) { return form.busy(); }, false, "busy");
+    }
+    double length() override
+    {
+        return ask([](frmMPlayer& form) { return form.length(); }, 0.0, "length");
+    }
+    double position() override
+    {
+        return ask([](frmMPlayer& form) { return form.position(); }, 0.0, "position");
+    }
+
+private:
+    template <class Question, class Value>
+    Value ask(const Question& question, Value neutral, const char* what)
+    {
+        return trap(
+            kModule,
+            [&] {
+                frmMPlayer* const form = frmMPlayer::instance();
+                return form ? question(*form) : neutral;
+            },
+            neutral, what);
+    }
+};
 
 /// The player and its watch. Made at the first sound.
 struct Playback {
     SystemRandom random;
-    clsSoundPlayer player{systemMci(), random};
+    HostedControl control;
+    clsSoundPlayer player{systemMci(), random, control};
     Timer tmrProgress;
     std::function<void(const SoundProgress&)> listener;
+    clsSoundLimit imLimit;
+    bool muted = false;
 
     void tell()
     {
@@ -59,12 +117,17 @@ Playback& playback()
     return instance;
 }
 
+bool isMp3(const std::wstring& path)
+{
+    return kindOfFile(path) == SoundKind::mp3;
+}
+
 } // namespace
 
 bool playThroughMci(const std::wstring& path)
 {
     return trap(
-        kModule, [&] { return playback().play(path); }, false);
+        kModule, [&] { return !playback().muted && !isMp3(path) && playback().play(path); }, false);
 }
 
 bool PlaySoundEx(const std::wstring& path)
@@ -72,11 +135,59 @@ bool PlaySoundEx(const std::wstring& path)
     return trap(
         kModule,
         [&] {
-            if (kindOfFile(path) != SoundKind::mp3)
-                return playback().play(path);
-            if (!mediaPlayerUsable())
-                offerMediaPlayer();
+            if ((!isMp3(path) || mediaPlayerUsable()) && playback().play(path))
+                return true;
+            // Its file may be there and the control yet not work.
+            if (isMp3(path) && !frmMPlayer::instance())
+                offerMediaPlayer(MediaPlayerUse::preview);
             return false;
+        },
+        false);
+}
+
+void playUnasked(const std::wstring& path)
+{
+    trap(kModule, [&] {
+        static bool asked = false;
+        if (playback().muted || (!mediaPlayerUsable() && isMp3(path) && std::exchange(asked, true)))
+            return;
+        if (isMp3(path))
+            postCall([path] { PlaySoundEx(path); });
+        else
+            playback().play(path);
+    });
+}
+
+void MuteSounds(bool mute)
+{
+    trap(kModule, [&] {
+        playback().muted = mute;
+        if (mute)
+            playback().stop();
+    });
+}
+
+bool soundsMuted()
+{
+    return playback().muted;
+}
+
+bool PlayIMWav(const std::wstring& name)
+{
+    return trap(
+        kModule,
+        [&] {
+            Playback& present = playback();
+            const std::uint32_t time = tickCount();
+            if (present.muted || soundBusy()
+                || present.imLimit.full(time, opt::WavScan::MaxPerMinute.get()))
+                return false;
+            const std::wstring path = GetWavPath(name);
+            if (path.empty())
+                return false;
+            present.imLimit.note(time);
+            playUnasked(path);
+            return true;
         },
         false);
 }
@@ -105,19 +216,6 @@ std::wstring playingSound()
 void onSoundProgress(std::function<void(const SoundProgress&)> listener)
 {
     playback().listener = std::move(listener);
-}
-
-void offerMediaPlayer()
-{
-    trap(kModule, [] {
-        const int answer = MsgBoxEx(
-            L"~B~CRMedia Player 6.4 or higher not installed!~B~CN~N ~NTo preview MP3 files "
-            L"through Velora requires Microsoft Media Player version 6.4 or higher.~N "
-            L"~NWould you like to download the free installer?",
-            kMsgYesNo | kMsgExclamation | kMsgSecondDefault);
-        if (answer == kAnswerYes)
-            ShellExecuteW(nullptr, L"open", kDownloadPage, nullptr, nullptr, SW_SHOWNORMAL);
-    });
 }
 
 } // namespace velora

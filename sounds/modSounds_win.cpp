@@ -7,6 +7,7 @@
 #include "sounds/clsSoundLimit.h"
 #include "sounds/frmWavCheck.h"
 #include "sounds/frmWavs.h"
+#include "sounds/modJukebox.h"
 #include "sounds/modMediaPlayer.h"
 #include "sounds/modPlayback.h"
 #include "sounds/modSoundCommand.h"
@@ -14,22 +15,11 @@
 #include "sounds/modWavDetect.h"
 #include "sounds/modWavLibrary.h"
 #include "sounds/modWavLookup.h"
-#include "ui/MessageLoop.h"
 
 namespace velora {
 namespace {
 
 constexpr long kChecksPerMinute = 12;
-
-/// A file that MCI does not play, said in the room. The question about Media Player comes once:
-/// whoever says such sounds must not be able to fill the screen with it.
-void playOther(const std::wstring& path)
-{
-    static bool asked = false;
-    if (!mediaPlayerUsable() && std::exchange(asked, true))
-        return;
-    postCall([path] { PlaySoundEx(path); });
-}
 
 void showPlayed(const std::wstring& name)
 {
@@ -44,7 +34,7 @@ clsWavDetect& wavDetect()
         .getWavPath = [](const std::wstring& name) { return GetWavPath(name); },
         .busy = soundBusy,
         .play = playThroughMci,
-        .playOther = playOther,
+        .playOther = playUnasked,
         .played = showPlayed,
     });
     return detect;
@@ -85,6 +75,10 @@ void routeSounds(ToolbarRoutes& routes)
     };
     routes.openWavs = [] { frmWavs::openList(); };
     routes.stopSounds = [] { StopSound(); };
+    routes.muteSounds = MuteSounds;
+    routes.soundsMuted = soundsMuted;
+    routes.openJukebox = [] { StartJukebox(); };
+    lookForMediaPlayer();
 }
 
 } // namespace velora

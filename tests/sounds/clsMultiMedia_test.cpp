@@ -161,9 +161,10 @@ TEST_CASE("the player ends one sound before the next and frees a finished file")
 {
     FakeMci mci;
     FixedRandom random;
-    clsSoundPlayer player(mci, random);
+    FakeControl control;
+    clsSoundPlayer player(mci, random, control);
     CHECK_FALSE(player.busy());
-    CHECK_FALSE(player.play(L"C:\\x.mp3"));
+    CHECK_FALSE(player.play(L"C:\\x.txt"));
     CHECK(player.play(L"C:\\a.wav"));
     mci.answers = {{L" mode", L"playing"}, {L" length", L"200"}, {L" position", L"50"}};
     CHECK(player.busy());
@@ -178,4 +179,37 @@ TEST_CASE("the player ends one sound before the next and frees a finished file")
     CHECK(player.closeFinished());
     CHECK(player.path().empty());
     CHECK_FALSE(player.closeFinished());
+}
+
+TEST_CASE("an mp3 goes to the control, and either ends the other")
+{
+    FakeMci mci;
+    FixedRandom random;
+    FakeControl control;
+    clsSoundPlayer player(mci, random, control);
+    mci.answers = {{L" mode", L"playing"}};
+    CHECK(player.play(L"C:\\a.wav"));
+    CHECK(player.play(L"C:\\b.MP3"));
+    CHECK(mci.sent.back().starts_with(L"Close "));
+    CHECK(control.playing == L"C:\\b.MP3");
+    CHECK(player.path() == L"C:\\b.MP3");
+    CHECK(player.busy());
+    CHECK(player.progress() == doctest::Approx(0.25));
+    const std::size_t sent = mci.sent.size();
+    player.pause();
+    CHECK(control.pauses == 1);
+    CHECK(mci.sent.size() == sent);
+    control.isBusy = false;
+    CHECK(player.closeFinished());
+    CHECK(control.playing.empty());
+    CHECK(player.path().empty());
+
+    control.isBusy = true;
+    CHECK(player.play(L"C:\\b.mp3"));
+    CHECK(player.play(L"C:\\a.wav"));
+    CHECK(control.playing.empty());
+    CHECK(player.path() == L"C:\\a.wav");
+    control.works = false;
+    CHECK_FALSE(player.play(L"C:\\b.mp3"));
+    CHECK(player.path().empty());
 }

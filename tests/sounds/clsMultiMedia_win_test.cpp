@@ -3,7 +3,7 @@
 #include "base/text.h"
 #include "base/win.h"
 #include "sounds/clsMultiMedia.h"
-#include "sounds/clsSoundPlayer.h"
+#include "support/fakemci.h"
 #include "support/tempdir.h"
 #include "support/wavfile.h"
 
@@ -87,7 +87,8 @@ TEST_CASE("the player plays one at a time and frees what has ended")
     replaceFile(dir.file(L"one.wav"), wavFile(60000));
     replaceFile(dir.file(L"two.wav"), wavFile(200));
     SystemRandom random;
-    clsSoundPlayer player(systemMci(), random);
+    FakeControl control;
+    clsSoundPlayer player(systemMci(), random, control);
     REQUIRE(player.play(dir.file(L"one.wav")));
     CHECK(until([&] { return player.busy(); }));
     REQUIRE(player.play(dir.file(L"two.wav")));
@@ -102,7 +103,8 @@ TEST_CASE("what is no sound opens nothing")
     replaceFile(dir.file(L"text.wav"), "this is no wav file");
     replaceFile(dir.file(L"empty.mid"), "");
     SystemRandom random;
-    clsSoundPlayer player(systemMci(), random);
+    FakeControl control;
+    clsSoundPlayer player(systemMci(), random, control);
     for (const wchar_t* name : {L"text.wav", L"empty.mid", L"missing.wav"}) {
         CAPTURE(name);
         CHECK_FALSE(player.play(dir.file(name)));

@@ -1,6 +1,7 @@
 #pragma once
 // Answers message boxes that the code under test shows.
 #include "support/drive_win.h"
+#include "ui/Form.h"
 
 #include <doctest/doctest.h>
 
@@ -45,6 +46,13 @@ private:
         if (found == waiting().end())
             return;
         Answer& self = *found->second;
+        if (GetTickCount() - self.start_ > 6 * drive::kPatience) {
+            // Some other box waits for its answer, for ever.
+            FAIL_CHECK("the box did not come");
+            self.start_ = GetTickCount();
+            Form::unloadAll();
+            return;
+        }
         const HWND window = FindWindowW(nullptr, self.caption_);
         if (!window || !IsWindowVisible(window))
             return;
@@ -65,6 +73,7 @@ private:
     const wchar_t* caption_;
     const wchar_t* part_;
     bool came_ = false;
+    DWORD start_ = GetTickCount();
     std::wstring shown_;
     UINT_PTR timer_;
 };

@@ -1,6 +1,7 @@
 #pragma once
-// An MCI that writes down what it is sent and answers what a test has laid ready.
-#include "sounds/clsMultiMedia.h"
+// An MCI and a media control that write down what they are sent and answer what a test has laid
+// ready.
+#include "sounds/clsSoundPlayer.h"
 
 #include <map>
 #include <vector>
@@ -27,4 +28,23 @@ public:
     std::vector<std::wstring> sent;
     std::wstring shortPath;
     bool fails = false;
+};
+
+class FakeControl final : public velora::MediaControl {
+public:
+    bool play(const std::wstring& path) override
+    {
+        playing = path;
+        return works;
+    }
+    void pause() override { ++pauses; }
+    void stop() override { playing.clear(); }
+    bool busy() override { return isBusy; }
+    double length() override { return 4; }
+    double position() override { return at; }
+
+    bool works = true, isBusy = true;
+    double at = 1;
+    int pauses = 0;
+    std::wstring playing;
 };

@@ -14,7 +14,9 @@
 namespace velora::test {
 
 /// Waits until the condition holds, serving this thread's window messages meanwhile; false when
-/// that takes longer than `ms`. The time is a bound for failure, never a pause.
+/// that takes longer than `ms`. The time is a bound for failure, never a pause. Keys reach windows
+/// as plain messages: those that a form of ours is to understand (Enter, Esc, Tab, mnemonics) need
+/// drive::until.
 bool waitFor(const std::function<bool()>& condition, unsigned ms = 20000);
 
 /// A direct child by its class (case ignored), the `which`-th of them; null when there is none.

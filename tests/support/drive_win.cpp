@@ -137,16 +137,20 @@ bool activate(HWND window)
 
 bool clickAt(HWND window, int x, int y, bool right)
 {
-    // Nothing may lie over the place: the click would go elsewhere, as a user's would.
+    // Nothing may lie over the place: the click would go elsewhere, as a user's would. And a window
+    // that has just come up may still be moved to its place by the window manager.
+    constexpr int kSettled = 3;
+    POINT at = {};
+    int same = 0;
     const auto ready = [&] {
-        POINT at = {x, y};
-        ClientToScreen(window, &at);
-        return clickable(window) && WindowFromPoint(at) == window;
+        POINT now = {x, y};
+        ClientToScreen(window, &now);
+        same = now.x == at.x && now.y == at.y ? same + 1 : 0;
+        at = now;
+        return same >= kSettled && clickable(window) && WindowFromPoint(at) == window;
     };
     if (!until(ready))
         return false;
-    POINT at = {x, y};
-    ClientToScreen(window, &at);
     SetCursorPos(at.x, at.y);
     sendMouse(right ? MOUSEEVENTF_RIGHTDOWN : MOUSEEVENTF_LEFTDOWN);
     sendMouse(right ? MOUSEEVENTF_RIGHTUP : MOUSEEVENTF_LEFTUP);

@@ -3,6 +3,7 @@
 #include "chat/ToolbarRoutes.h"
 #include "chat/clsChatLogger.h"
 #include "chat/frmHotAlert.h"
+#include "chat/frmTemplates.h"
 #include "chat/frmToolbar.h"
 #include "chat/modEditorLists.h"
 #include "chat/modInstallScheme.h"
@@ -21,6 +22,15 @@
 
 namespace velora {
 namespace {
+
+void quoteReply()
+{
+    frmToolbar* const toolbar = frmToolbar::instance();
+    if (!toolbar || !toolbar->quoteReply())
+        MsgBoxEx(L"~B~CRNo E-Mail is being read!~B~CN~N ~NPlease open the E-Mail that you want to "
+                 L"answer and try this operation again.",
+                 kMsgExclamation, L"Mail");
+}
 
 /// There is no update service: the user learns which version this is and how updates come.
 void liveUpdate()
@@ -75,6 +85,8 @@ void fillToolbarRoutes()
     routes.logNote = [](const std::wstring& note) { clsChatLogger::instance().note(note); };
     routes.hotWord = frmHotAlert::alert;
     routes.quotesMenu = LoadQuotesMenu;
+    routes.quoteReply = quoteReply;
+    routes.editTemplates = frmTemplates::showWindow;
     routeIMs(routes);
     startIMServices({.focusIM = [](WindowId im) { focusIM(reinterpret_cast<HWND>(im)); },
                      .adjustIMWindow = ShowButtons_AU});

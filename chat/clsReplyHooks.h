@@ -26,6 +26,9 @@ public:
     void childGone(HWND child);
     /// Lets go of every window and forgets replies that have not opened.
     void detach();
+    /// Presses Reply in the front one of the windows that are read, and quotes its text whatever
+    /// the options say of quoting. False when no such window is open.
+    bool quoteFront();
 
     /// Whether the Reply button of this window is hooked.
     bool hooked(HWND window) const;
@@ -44,9 +47,11 @@ private:
     };
     /// A reply that was asked for and whose window has not been filled.
     struct Awaited {
+        HWND from = nullptr; ///< the window that was read
         OriginalMessage original;
         std::wstring subject;
         bool board = false;
+        bool always = false;       ///< quoted even where the options say not to
         DWORD since = 0;           ///< tick count
         std::vector<HWND> present; ///< AOL's documents at that time: none of them is the reply
         HWND window = nullptr;     ///< once it is there
@@ -58,7 +63,7 @@ private:
     /// False when AOL did not take every hook.
     bool hook(ReadWindow& read);
     void happened(ReadWindow& read, Button button, HookMessage& message);
-    void remember(const ReadWindow& read, Button button);
+    bool remember(const ReadWindow& read, Button button, bool always = false);
     /// Gives the window to the reply that it answers, and fills it if it can be.
     bool GetReplyWnd(HWND child);
     /// False when the window is not built yet or AOL does not answer.

@@ -233,16 +233,37 @@ void clsReplyHooks::happened(ReadWindow& read, Button button, HookMessage& messa
     });
 }
 
-void clsReplyHooks::remember(const ReadWindow& read, Button button)
+bool clsReplyHooks::quoteFront()
+{
+    return trap(
+        kModule,
+        [&] {
+            for (const HWND child : documents())
+                for (const auto& read : read_)
+                    if (read->window == child)
+                        return remember(*read, Button::reply, true)
+                               && clickAolIcon(read->icons[static_cast<int>(Button::reply)]);
+            return false;
+        },
+        false);
+}
+
+bool clsReplyHooks::remember(const ReadWindow& read, Button button, bool always)
 {
     forwarded_ = button == Button::forward;
-    if (!quoteRules(read.board()).enabled)
-        return;
+    // The press that quoteFront has made is heard like the user's own.
+    const bool expected = std::any_of(awaited_.begin(), awaited_.end(), [&](const Awaited& a) {
+        return a.always && a.from == read.window && !a.window;
+    });
+    if (expected || (!always && !quoteRules(read.board()).enabled))
+        return expected;
     const auto selection = aolLink().selectionText(read.text);
     const auto text = aolLink().readText(read.text);
     if (!selection || !text || trim(*text).empty())
-        return;
+        return false;
     Awaited awaited;
+    awaited.from = read.window;
+    awaited.always = always;
     awaited.original = {*text, *selection};
     awaited.subject = subjectFromMailText(shownText(awaited.original));
     if (awaited.subject.empty())
@@ -254,6 +275,7 @@ void clsReplyHooks::remember(const ReadWindow& read, Button button)
         awaited_.erase(awaited_.begin());
     awaited_.push_back(std::move(awaited));
     keepTicking();
+    return true;
 }
 
 bool clsReplyHooks::GetReplyWnd(HWND child)
@@ -304,7 +326,7 @@ bool clsReplyHooks::fill(const Awaited& awaited)
     const std::wstring separator =
         GetSeperatorText(loadTemplate(defaultTemplate()).CharHtml, awaited.original, alias);
     const bool selected = !trim(awaited.original.selection).empty();
-    const bool quotes = selected || rules.includeMessage;
+    const bool quotes = selected || rules.includeMessage || awaited.always;
     const QuoteStyle style{rules.quoteStyle && quotes, rules.stripReturns, aol().version};
     const std::wstring quote = FormatQuote(
         separator, quotes ? GetQuoteText(awaited.original, rules.includeHead) : std::wstring(),

@@ -46,6 +46,9 @@ public:
     /// The room that is read; 0 when none is.
     HWND scannedRoom() const { return room_; }
     const clsReplyHooks& replies() const { return Replies; }
+    /// Answers the mail (or board message) that is read in front with its text quoted. False when
+    /// none is.
+    bool quoteReply() { return Replies.quoteFront(); }
 
     /// Shows or hides the panel from now on, and remembers that.
     void ShowToolbar(bool visible);

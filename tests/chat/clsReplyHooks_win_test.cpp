@@ -166,6 +166,25 @@ TEST_CASE("the quote goes into each reply window once")
     CHECK(bench.body(second) == quoted(L"First line"));
 }
 
+TEST_CASE("the mail menu's quoted reply works while quoting is off, in the front mail, once")
+{
+    ReplyBench bench;
+    opt::Templates::MailQuoteEnabled.set(false);
+    opt::Templates::MailIncludeReply.set(false);
+    frmToolbar* const toolbar = frmToolbar::instance();
+    CHECK_FALSE(toolbar->quoteReply());
+    bench.read(L"mail Joe Smith|Dinner|Other text" + std::wstring(kMailTail));
+    const HWND mail = bench.read(mailFrom(L"Joe Smith", L"First line"));
+    REQUIRE(toolbar->quoteReply());
+    CHECK(bench.becomes(bench.replyWindow(L"Re: Lunch"), quoted(L"First line")));
+    // AOL's own button has no quote still.
+    SetWindowTextW(bench.replyWindow(L"Re: Lunch"), L"first");
+    bench.click(mail, L"Reply");
+    const HWND second = bench.replyWindow(L"Re: Lunch");
+    bench.settle();
+    CHECK(bench.body(second).find(L"Hello Joe Smith") == std::wstring::npos);
+}
+
 TEST_CASE("a selection is quoted alone, and AOL's own quotation of it goes")
 {
     ReplyBench bench;

@@ -256,6 +256,7 @@ void frmWavs::addKeys()
         {MOD_CONTROL, 'G', &frmWavs::editGlintunes},
         {MOD_CONTROL, 'D', &frmWavs::AddFavWav},
         {MOD_CONTROL, 'E', &frmWavs::editDescription},
+        {MOD_CONTROL, 'T', &frmWavs::editTag},
         {MOD_CONTROL, 'N', &frmWavs::newCategory},
         {MOD_CONTROL, 'M', &frmWavs::attachToMail},
         {MOD_CONTROL, 'P', &frmWavs::printList},

@@ -134,6 +134,7 @@ private:
     void showDescription();
     void showTip(int row);
     void editDescription();
+    void editTag();
 
     void cmdSend_Click();
     void cmdPlain_Click();

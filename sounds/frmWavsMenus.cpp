@@ -83,6 +83,8 @@ void frmWavs::soundMenu(Menu& menu)
     if (wavDescriptions().edit)
         menu.item(
             L"&Edit Description...\tCtrl+E", [this] { editDescription(); }, one);
+    menu.item(
+        L"Edit Ta&g...\tCtrl+T", [this] { editTag(); }, one);
     menu.separator();
     menu.item(
         L"&Delete File...", [this] { deleteFile(); }, one);

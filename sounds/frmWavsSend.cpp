@@ -6,6 +6,7 @@
 #include "core/modAOL.h"
 #include "core/modMain.h"
 #include "settings/Options.h"
+#include "sounds/frmTagEdit.h"
 #include "sounds/frmWavs.h"
 #include "sounds/modPlayback.h"
 #include "sounds/modSendSound.h"
@@ -207,6 +208,15 @@ void frmWavs::showTip(int row)
                        systemColour(opt::Descriptions::Backcolor.get()));
     rowTip_.showBalloon(*this, {static_cast<int>(at.x), static_cast<int>(at.y)}, model().name(row),
                         text, ToolTip::Sign::none, 10000);
+}
+
+void frmWavs::editTag()
+{
+    trap(kModule, [&] {
+        const auto sound = chosenOrTold(kNothingSelected);
+        if (sound && fileThere(*sound) && EditTag(sound->path) && isOpen())
+            Refresh(); // its size may have changed
+    });
 }
 
 void frmWavs::editDescription()

@@ -112,8 +112,6 @@ void Document::close()
     SendMessageW(hwnd(), WM_CLOSE, 0, 0);
 }
 
-void Document::paint(HDC, const RECT&) {}
-
 LRESULT Document::classDefault(UINT message, WPARAM wParam, LPARAM lParam)
 {
     return DefMDIChildProcW(hwnd(), message, wParam, lParam);
@@ -129,24 +127,6 @@ LRESULT Document::handle(UINT message, WPARAM wParam, LPARAM lParam)
         }
         break;
     case WM_SIZE: relayout(); break;
-    case WM_ERASEBKGND: return 1;
-    case WM_PAINT: {
-        BufferedPaint buffer(hwnd());
-        FillRect(buffer.dc(), &buffer.area(), pageBrush());
-        paint(buffer.dc(), buffer.area());
-        return 0;
-    }
-    case WM_PRINTCLIENT: {
-        const RECT area = client();
-        FillRect(reinterpret_cast<HDC>(wParam), &area, pageBrush());
-        paint(reinterpret_cast<HDC>(wParam), area);
-        return 0;
-    }
-    case WM_CTLCOLORSTATIC:
-    case WM_CTLCOLORBTN:
-        SetBkColor(reinterpret_cast<HDC>(wParam), palette::kPage);
-        SetTextColor(reinterpret_cast<HDC>(wParam), palette::kText);
-        return reinterpret_cast<LRESULT>(pageBrush());
     case WM_COMMAND:
         if (auto* control = dynamic_cast<Control*>(of(reinterpret_cast<HWND>(lParam))))
             if (control->onNotify)
@@ -168,7 +148,7 @@ LRESULT Document::handle(UINT message, WPARAM wParam, LPARAM lParam)
         break;
     default: break;
     }
-    return Window::handle(message, wParam, lParam);
+    return Page::handle(message, wParam, lParam);
 }
 
 } // namespace aolhost

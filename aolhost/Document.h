@@ -2,12 +2,11 @@
 // "AOL Child": a window of AOL's workspace. Its controls are built at once in the opener's handler,
 // or later from its own queue, as the options say; what arrives before that is kept by the
 // documents themselves and shown when they are built.
-#include "aolhost/Controls.h"
-#include "aolhost/Window.h"
+#include "aolhost/Page.h"
 
 namespace aolhost {
 
-class Document : public Window {
+class Document : public Page {
 public:
     static void registerClasses();
 
@@ -26,8 +25,6 @@ protected:
 
     virtual void build() = 0;
     virtual void layout(int width, int height) = 0;
-    /// Draws what is not a control; the page's ground is drawn already.
-    virtual void paint(HDC dc, const RECT& area);
     virtual void activated() {}
     /// The control that takes the focus when the document does.
     virtual HWND firstFocus() const { return nullptr; }

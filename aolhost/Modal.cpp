@@ -34,28 +34,9 @@ void Modal::open(const std::wstring& caption, SIZE clientSize)
     EnableWindow(frame, FALSE);
 }
 
-void Modal::paint(HDC, const RECT&) {}
-
 LRESULT Modal::handle(UINT message, WPARAM wParam, LPARAM lParam)
 {
     switch (message) {
-    case WM_ERASEBKGND: return 1;
-    case WM_PAINT: {
-        BufferedPaint buffer(hwnd());
-        FillRect(buffer.dc(), &buffer.area(), pageBrush());
-        paint(buffer.dc(), buffer.area());
-        return 0;
-    }
-    case WM_PRINTCLIENT: {
-        const RECT area = client();
-        FillRect(reinterpret_cast<HDC>(wParam), &area, pageBrush());
-        paint(reinterpret_cast<HDC>(wParam), area);
-        return 0;
-    }
-    case WM_CTLCOLORSTATIC:
-        SetBkColor(reinterpret_cast<HDC>(wParam), palette::kPage);
-        SetTextColor(reinterpret_cast<HDC>(wParam), palette::kText);
-        return reinterpret_cast<LRESULT>(pageBrush());
     case WM_KEYDOWN:
         if (wParam == VK_ESCAPE || wParam == VK_RETURN)
             PostMessageW(hwnd(), WM_CLOSE, 0, 0);
@@ -72,7 +53,7 @@ LRESULT Modal::handle(UINT message, WPARAM wParam, LPARAM lParam)
         break;
     default: break;
     }
-    return Window::handle(message, wParam, lParam);
+    return Page::handle(message, wParam, lParam);
 }
 
 MessageModal::MessageModal(const std::wstring& caption, const std::wstring& message,

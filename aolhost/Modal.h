@@ -1,20 +1,18 @@
 #pragma once
 // "_AOL_Modal": AOL's own dialogs, top-level windows that hold AOL's frame while they are open.
-#include "aolhost/Controls.h"
-#include "aolhost/Window.h"
+#include "aolhost/Page.h"
 
 #include <string>
 #include <vector>
 
 namespace aolhost {
 
-class Modal : public Window {
+class Modal : public Page {
 public:
     static void registerClasses();
 
 protected:
     void open(const std::wstring& caption, SIZE clientSize);
-    virtual void paint(HDC dc, const RECT& area);
     LRESULT handle(UINT message, WPARAM wParam, LPARAM lParam) override;
 };
 

@@ -341,4 +341,18 @@ std::wstring screenNameKey(std::wstring_view screenName)
     return lower(without(screenName, L' '));
 }
 
+std::wstring escapeHtml(std::wstring_view text)
+{
+    std::wstring out;
+    for (const wchar_t c : text)
+        switch (c) {
+        case L'<': out += L"&lt;"; break;
+        case L'>': out += L"&gt;"; break;
+        case L'&': out += L"&amp;"; break;
+        case L'"': out += L"&quot;"; break;
+        default: out += c;
+        }
+    return out;
+}
+
 } // namespace velora

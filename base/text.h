@@ -64,4 +64,7 @@ std::optional<long> parseLong(std::wstring_view text);
 /// The key by which screen names are compared: all blanks removed, lower-cased.
 std::wstring screenNameKey(std::wstring_view screenName);
 
+/// The text as it has to stand in HTML to be read as it is.
+std::wstring escapeHtml(std::wstring_view text);
+
 } // namespace velora

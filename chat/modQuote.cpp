@@ -165,20 +165,6 @@ const std::array<QuoteTemplate, 3>& builtInTemplates()
     return templates;
 }
 
-std::wstring escapeHtml(std::wstring_view text)
-{
-    std::wstring out;
-    for (const wchar_t c : text)
-        switch (c) {
-        case L'<': out += L"&lt;"; break;
-        case L'>': out += L"&gt;"; break;
-        case L'&': out += L"&amp;"; break;
-        case L'"': out += L"&quot;"; break;
-        default: out += c;
-        }
-    return out;
-}
-
 std::wstring FillVariables(std::wstring_view text, const QuoteVariables& values)
 {
     const std::pair<std::wstring_view, const std::wstring*> variables[] = {

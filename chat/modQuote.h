@@ -21,9 +21,6 @@ struct QuoteVariables {
     std::wstring screenName, date, time;
 };
 
-/// The text as it has to stand in HTML to be read as it is.
-std::wstring escapeHtml(std::wstring_view text);
-
 /// Replaces "{SN}", "{D}" and "{T}" in one pass: what a value holds is never looked at again, and
 /// its "<", ">" and "&" are escaped.
 std::wstring FillVariables(std::wstring_view text, const QuoteVariables& values);

@@ -13,11 +13,10 @@
 #include "core/modMain.h"
 #include "core/modScreenNames.h"
 #include "settings/Options.h"
+#include "ui/FolderDialog.h"
 #include "ui/MessageLoop.h"
 
-#include <objbase.h>
 #include <shellapi.h>
-#include <shlobj.h>
 
 #include <algorithm>
 
@@ -44,44 +43,6 @@ bool refuseNoWindow()
 bool holdsAol(const std::wstring& folder)
 {
     return !folder.empty() && fileExists(folder + L"\\aol.exe");
-}
-
-struct PidlTraits {
-    using Type = LPITEMIDLIST;
-    static Type invalid() noexcept { return nullptr; }
-    static void close(Type list) noexcept { CoTaskMemFree(list); }
-};
-
-int CALLBACK folderCallback(HWND window, UINT message, LPARAM, LPARAM start) noexcept
-{
-    if (message == BFFM_INITIALIZED && start)
-        SendMessageW(window, BFFM_SETSELECTIONW, TRUE, start);
-    return 0;
-}
-
-/// The folder that the user chooses; empty when cancelled.
-std::wstring chooseFolder(const std::wstring& start)
-{
-    const bool com = SUCCEEDED(CoInitialize(nullptr));
-    const wchar_t title[] = L"The folder of your AOL:";
-    wchar_t path[MAX_PATH] = {};
-    BROWSEINFOW browse{};
-    browse.hwndOwner = GetActiveWindow();
-    browse.lpszTitle = title;
-    browse.ulFlags = BIF_RETURNONLYFSDIRS | BIF_NEWDIALOGSTYLE | BIF_NONEWFOLDERBUTTON;
-    browse.lpfn = folderCallback;
-    browse.lParam = start.empty() ? 0 : reinterpret_cast<LPARAM>(start.c_str());
-    std::wstring folder;
-    {
-        const UniqueHandle<PidlTraits> chosen(SHBrowseForFolderW(&browse));
-        if (chosen && SHGetPathFromIDListW(chosen.get(), path))
-            folder = path;
-    }
-    if (com)
-        CoUninitialize();
-    while (!folder.empty() && folder.back() == L'\\')
-        folder.pop_back();
-    return folder;
 }
 
 bool runAol(const std::wstring& folder)
@@ -190,7 +151,10 @@ bool GetAOLPath()
                                    L"can start AOL for you.~N ~NPlease click ~BOK~B to choose your "
                                    L"AOL folder now!",
                              kMsgOKCancel | kMsgInformation);
-                folder = answer == kAnswerOK ? chooseFolder(folder) : std::wstring();
+                folder =
+                    answer == kAnswerOK
+                        ? chooseFolder(GetActiveWindow(), L"The folder of your AOL:", folder, false)
+                        : std::wstring();
                 if (folder.empty())
                     return refuse(name
                                   + L" requires a path to your AOL Directory to function "

@@ -10,6 +10,7 @@
 #include "sounds/modFavWavs.h"
 #include "sounds/modShellFiles.h"
 #include "sounds/modWavLibrary.h"
+#include "ui/FolderDialog.h"
 #include "ui/Menu.h"
 
 #include <algorithm>

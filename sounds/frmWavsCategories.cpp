@@ -10,6 +10,7 @@
 #include "sounds/modShellFiles.h"
 #include "sounds/modSounds.h"
 #include "sounds/modWavLibrary.h"
+#include "ui/FolderDialog.h"
 #include "ui/MessageLoop.h"
 
 #include <algorithm>

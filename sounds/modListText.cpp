@@ -18,15 +18,11 @@ constexpr std::wstring_view kEnd = L"</PRE></HTML>";
 /// What a name or tag holds is text, whatever it looks like.
 std::wstring escaped(std::wstring_view text)
 {
-    std::wstring out;
-    for (const wchar_t c : text)
-        switch (c) {
-        case L'<': out += L"&lt;"; break;
-        case L'>': out += L"&gt;"; break;
-        case L'&': out += L"&amp;"; break;
-        default: out += c < L' ' ? L' ' : c;
-        }
-    return out;
+    std::wstring line(text);
+    for (wchar_t& c : line)
+        if (c < L' ')
+            c = L' ';
+    return escapeHtml(line);
 }
 
 std::wstring mailRow(const ListedSound& sound)

@@ -137,7 +137,7 @@ PrintResult printText(HWND owner, std::wstring_view text, const wchar_t* title)
             wish.lStructSize = sizeof wish;
             wish.hwndOwner = owner;
             wish.Flags = PD_RETURNDC | PD_NOPAGENUMS | PD_NOSELECTION | PD_HIDEPRINTTOFILE
-                         | PD_USEDEVMODECOPIESANDCOLLATE;
+                         | PD_USEDEVMODECOPIESANDCOLLATE | PD_NOWARNING;
             const bool chosen = PrintDlgW(&wish);
             const UniqueHandle<GlobalTraits> mode(wish.hDevMode), names(wish.hDevNames);
             if (!chosen)

@@ -5,8 +5,10 @@
 #include "core/modClipboard.h"
 #include "im_mail/modPrint.h"
 #include "settings/Options.h"
+#include "support/answer_win.h"
 #include "support/drive_win.h"
 #include "support/memory_store.h"
+#include "support/tempdir.h"
 #include "ui/MessageLoop.h"
 
 #include <doctest/doctest.h>
@@ -14,6 +16,7 @@
 #include <richedit.h>
 
 using namespace velora;
+using namespace velora::test;
 
 namespace {
 
@@ -22,6 +25,7 @@ struct Shown {
         : former(setSettingsStore(std::make_unique<MemoryStore>()))
     {
         LoadSettings();
+        opt::General::AutoCloseMsgBox.set(false);
         window = frmDecrypt::DisplayMessage(text).hwnd();
         box = drive::child(window, RICHEDIT_CLASSW);
         REQUIRE(box);
@@ -78,6 +82,56 @@ TEST_CASE("an empty text offers nothing but to close the window")
         CHECK_FALSE(IsWindowEnabled(drive::child(shown.window, name)));
     REQUIRE(drive::press(shown.window, L"Exit"));
     CHECK(drive::gone(shown.window));
+}
+
+TEST_CASE("the text is saved where the user says, and a place that refuses it is told of")
+{
+    const std::wstring text = fromUtf8("Gr\xC3\xBC\xC3\x9F"
+                                       "e \xF0\x9F\x98\x80\r\nsecond line");
+    Shown shown(text);
+    const TempDir folder;
+    const wchar_t dialog[] = L"Save the Decrypted E-Mail";
+    const auto save = [&] {
+        SendMessageW(drive::child(shown.window, L"Save As..."), BM_CLICK, 0, 0);
+    };
+    {
+        const Answer cancel(L"Cancel", dialog, L"", folder.file(L"not.txt"));
+        save();
+        CHECK(cancel.came());
+    }
+    CHECK_FALSE(fileExists(folder.file(L"not.txt")));
+    {
+        const Answer answer(L"Save", dialog, L"", folder.file(L"secret"));
+        save();
+        CHECK(answer.came());
+    }
+    CHECK(decodeFileText(readFile(folder.file(L"secret.txt")).value_or("")) == text);
+    {
+        const HANDLE held = CreateFileW(folder.file(L"held.txt").c_str(), GENERIC_WRITE,
+                                        FILE_SHARE_READ, nullptr, CREATE_ALWAYS, 0, nullptr);
+        const Answer answer(L"Save", dialog, L"", folder.file(L"held.txt"));
+        const Answer replace(L"Yes", dialog, L"exists");
+        const Answer told(L"OK", L"Velora - Decrypted E-Mail", L"could not be saved");
+        save();
+        CHECK(told.came());
+        CloseHandle(held);
+    }
+    CHECK(windowText(shown.box) == text);
+}
+
+TEST_CASE("without a printer the user is told so")
+{
+    wchar_t device[8] = L"";
+    if (GetProfileStringW(L"windows", L"device", L"", device, 8) != 0) {
+        MESSAGE("this system has a printer: the case is not for it");
+        return;
+    }
+    Shown shown(L"secret");
+    // Wine says it by itself, asked not to, and calls it a cancelling.
+    const Answer wines(L"OK", L"Print", L"need to install a printer");
+    const Answer told(L"OK", L"Velora - Decrypted E-Mail", L"could not be printed");
+    SendMessageW(drive::child(shown.window, L"Print..."), BM_CLICK, 0, 0);
+    CHECK(told.came() != wines.came());
 }
 
 TEST_CASE("every line of a long text is printed, over several pages")

@@ -1,6 +1,7 @@
 // Mails in AOL's own windows, as a user encrypts, sends, reads and decrypts them.
 #include "im_mail/modMailTools.h"
 
+#include "base/files.h"
 #include "base/text.h"
 #include "core/clsSavedClipboard.h"
 #include "core/modAOL.h"
@@ -14,6 +15,7 @@
 #include "support/aolhost_win.h"
 #include "support/drive_win.h"
 #include "support/memory_store.h"
+#include "support/tempdir.h"
 #include "ui/MessageLoop.h"
 #include "ui/Timer.h"
 
@@ -28,6 +30,7 @@ namespace {
 
 constexpr wchar_t kEncryptBox[] = L"Velora - Encrypt E-Mail";
 constexpr wchar_t kDecryptBox[] = L"Velora - Decrypt E-Mail";
+constexpr wchar_t kMailBox[] = L"Velora - Mail";
 constexpr wchar_t kTextWindow[] = L"Velora - Decrypted E-Mail";
 
 std::wstring umlautsAndEmoji()
@@ -356,11 +359,51 @@ TEST_CASE("encrypting through the code inside AOL never touches the clipboard")
     CHECK(GetClipboardSequenceNumber() == sequence);
 }
 
-TEST_CASE("the selection is faded; a sound is attached")
+TEST_CASE("the selection is faded; with none the user is told")
 {
     MailBench bench(0, 5, L"plain colour");
+    {
+        const Answer told(L"OK", kMailBox, L"No text has been selected to fade!");
+        AolMailBody(bench.mail.body).select({3, 3});
+        CHECK_FALSE(FadeMailSelection());
+        CHECK(told.came());
+    }
     bench.select(L"colour");
     REQUIRE(FadeMailSelection());
     CHECK(bench.body().starts_with(L"plain <"));
     CHECK(bench.body().find(L"colour") == std::wstring::npos);
+}
+
+TEST_CASE("a mail is begun to whom the user names, and a sound that he picks goes with it")
+{
+    MailBench bench;
+    {
+        const Answer cancel(L"Cancel", kMailBox, L"To whom", L"Nobody");
+        CHECK_FALSE(WriteMailTo());
+    }
+    {
+        const Answer name(L"OK", kMailBox, L"To whom", L" Rose3 ");
+        REQUIRE(WriteMailTo());
+    }
+    REQUIRE(waitFor([&] { return composeWindow() && composeWindow() != bench.mail.window; }));
+    bench.mail = mailFields(composeWindow());
+    CHECK(aolText(bench.mail.to) == L"Rose3");
+
+    const TempDir folder;
+    const std::wstring sound = folder.file(L"good bye.wav");
+    replaceFile(sound, "a sound");
+    {
+        const Answer cancel(L"Cancel", L"Attach a Sound");
+        CHECK_FALSE(AttachSound());
+    }
+    const Answer pick(L"Open", L"Attach a Sound", L"", sound);
+    REQUIRE(AttachSound());
+    CHECK(pick.came());
+    REQUIRE(waitFor([&] { return setAolText(bench.mail.subject, L"A sound"); }));
+    const HWND window = bench.mail.window;
+    REQUIRE(clickAolIcon(childOfText(window, L"Send Now")));
+    REQUIRE(waitFor([&] { return !IsWindow(window); }));
+    const auto sent = AolHost::listOf(bench.host.command(L"mailsent"));
+    REQUIRE(sent.size() == 1);
+    CHECK(sent[0].ends_with(L"|" + sound));
 }

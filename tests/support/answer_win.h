@@ -12,13 +12,14 @@
 namespace velora::test {
 
 /// Answers the next window with this caption (a message box of ours, or the system's folder window)
-/// by a button, once it is there and says `part`; whatever is waited for before it goes on
-/// undisturbed. Make it before the call that shows the window.
+/// by a button, once it is there and says `part`, `typed` in its first edit box; whatever is waited
+/// for before it goes on undisturbed. Make it before the call that shows the window.
 class Answer {
 public:
     explicit Answer(const wchar_t* button = L"OK", const wchar_t* caption = L"Velora",
-                    const wchar_t* part = L"")
-        : button_(button), caption_(caption), part_(part), timer_(SetTimer(nullptr, 0, 20, tick))
+                    const wchar_t* part = L"", std::wstring typed = {})
+        : button_(button), caption_(caption), part_(part), typed_(std::move(typed)),
+          timer_(SetTimer(nullptr, 0, 20, tick))
     {
         waiting()[timer_] = this;
     }
@@ -64,6 +65,8 @@ private:
             return;
         self.shown_ = texts;
         self.came_ = true;
+        if (!self.typed_.empty())
+            SetWindowTextW(drive::child(window, L"Edit"), self.typed_.c_str());
         KillTimer(nullptr, timer); // the window is answered only once
         // Not with the mouse: AOL may come to the front between two of its messages.
         CHECK(PostMessageW(button, BM_CLICK, 0, 0));
@@ -72,6 +75,7 @@ private:
     const wchar_t* button_;
     const wchar_t* caption_;
     const wchar_t* part_;
+    std::wstring typed_;
     bool came_ = false;
     DWORD start_ = GetTickCount();
     std::wstring shown_;

@@ -3,7 +3,7 @@
 #include "base/files.h"
 #include "base/text.h"
 #include "core/MsgBoxEx.h"
-#include "sounds/modShellFiles.h"
+#include "ui/FolderDialog.h"
 
 namespace velora {
 namespace {

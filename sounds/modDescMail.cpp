@@ -1,5 +1,7 @@
 #include "sounds/modDescMail.h"
 
+#include "base/text.h"
+
 #include <utility>
 
 namespace velora {
@@ -20,25 +22,11 @@ constexpr std::pair<const wchar_t*, std::wstring Description::*> kLabels[] = {
     {L"Genre:", &Description::genre},
 };
 
-/// What a field holds is text, whatever it looks like.
-std::wstring escaped(std::wstring_view text)
-{
-    std::wstring out;
-    for (const wchar_t c : text)
-        switch (c) {
-        case L'<': out += L"&lt;"; break;
-        case L'>': out += L"&gt;"; break;
-        case L'&': out += L"&amp;"; break;
-        default: out += c < L' ' ? L' ' : c;
-        }
-    return out;
-}
-
 std::wstring mailRecord(const Description& record)
 {
-    std::wstring text = L"<B>" + escaped(record.fileName) + L"</B><br>";
+    std::wstring text = L"<B>" + escapeHtml(record.fileName) + L"</B><br>";
     for (const auto& [label, value] : kLabels)
-        text += std::wstring(label) + L" " + escaped(record.*value) + L"<br>";
+        text += std::wstring(label) + L" " + escapeHtml(record.*value) + L"<br>";
     return text + L"<br>";
 }
 
@@ -47,7 +35,7 @@ std::wstring mailRecord(const Description& record)
 DescriptionMail descriptionMail(std::wstring_view listName, const std::vector<Description>& records,
                                 std::size_t limit)
 {
-    DescriptionMail mail{std::wstring(kHead) + escaped(listName), 0};
+    DescriptionMail mail{std::wstring(kHead) + escapeHtml(listName), 0};
     mail.html.append(kAfterName).append(kRule);
     for (const Description& record : records) {
         const std::wstring text = mailRecord(record);

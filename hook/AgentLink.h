@@ -56,6 +56,8 @@ public:
     /// AOL did not answer in time and has not been heard since.
     bool busy() const;
     /// Signalled when AOL ends (SYNCHRONIZE right); 0 when not connected.
+    /// Asks AOL for a sign of life and waits for it that long.
+    bool answers(DWORD timeoutMs = kAolTimerTimeout);
     HANDLE aolProcess() const;
     HWND frame() const;
     AgentCounters counters() const;

@@ -151,6 +151,12 @@ bool AgentLink::busy() const
     return impl_->busy_;
 }
 
+bool AgentLink::answers(DWORD timeoutMs)
+{
+    return trap(
+        kModule, [&] { return impl_->succeeds(wire::Op::ping, {.timeoutMs = timeoutMs}); }, false);
+}
+
 HANDLE AgentLink::aolProcess() const
 {
     return impl_->process_.get();

@@ -292,6 +292,13 @@ void frmTabIM::hideQuietly()
     show(false);
 }
 
+/// Wherever this window goes in the order of windows, and when it is hidden, the system takes the
+/// IMs over it along, which waits for AOL without a limit.
+bool frmTabIM::mayStack() const
+{
+    return openIMs().Count() == 0 || aolLink().answers();
+}
+
 void frmTabIM::flashQuietly()
 {
     FLASHWINFO flash = {sizeof flash, hwnd(), FLASHW_TRAY, 3, 0};
@@ -306,7 +313,7 @@ void frmTabIM::keepAbove()
     const HWND front = GetForegroundWindow();
     const bool wanted =
         opt::IM::DisplayOnTopOfAOL.get() && showsPage() && (front == hwnd() || isAolWindow(front));
-    if (wanted == onTop_)
+    if (wanted == onTop_ || !mayStack())
         return;
     onTop_ = wanted;
     constexpr UINT kStay = SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE;
@@ -361,7 +368,9 @@ bool frmTabIM::onClose(CloseReason reason)
     for (clsIMSession* const session : imSessions())
         if (session->taken)
             CloseUNT(session->window());
-    hideQuietly();
+    // AOL may be too busy for some; they stay to be seen. The window of the last goes with it.
+    if (openIMs().Count() == 0)
+        hideQuietly();
     return false;
 }
 
@@ -385,6 +394,8 @@ std::optional<LRESULT> frmTabIM::onMessage(UINT message, WPARAM wParam, LPARAM)
     }
     if (message == WM_SIZE && wParam == SIZE_MINIMIZED)
         postCall([] { ResizeRICHCNTL(); });
+    if (message == WM_SYSCOMMAND && (wParam & 0xFFF0) == SC_MINIMIZE && !mayStack())
+        return 0;
     return std::nullopt;
 }
 
@@ -545,7 +556,8 @@ void frmTabIM::showBuddyNotes()
 void frmTabIM::focusReply()
 {
     clsIMSession* const im = current();
-    if (!im || aolLink().busy() || !showsPage())
+    // To be in front is to be asked by the system, which waits for AOL without a limit.
+    if (!im || !showsPage() || !aolLink().answers())
         return;
     im->findParts();
     // An IM whose reply part is closed gets it opened, which puts the focus there.

@@ -28,6 +28,8 @@ public:
     /// Shown, and on top, without taking the focus from wherever the user is.
     void showQuietly();
     void hideQuietly();
+    /// Whether it may be raised, lowered or hidden now: not while AOL hangs.
+    bool mayStack() const;
     /// A few blinks in the task bar.
     void flashQuietly();
     /// With the option DisplayOnTopOfAOL: above AOL while AOL is in front.

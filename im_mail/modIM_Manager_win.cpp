@@ -14,6 +14,7 @@
 #include "im_mail/modIgnore.h"
 #include "settings/Options.h"
 #include "ui/MessageLoop.h"
+#include "ui/Timer.h"
 
 #include <algorithm>
 
@@ -21,8 +22,11 @@ namespace velora {
 namespace {
 
 constexpr char kModule[] = "modIM_Manager";
-/// New IMs that one turn of the scan takes, so that a flood leaves the window quick.
-constexpr int kPerTurn = 6;
+/// ms after which one turn of the scan takes no further IM, so that a flood leaves the window
+/// quick.
+constexpr DWORD kTurnLimit = 50;
+/// ms until the next turn. A timer comes after all that the user does, other than a posted message.
+constexpr UINT kTurnMs = 10;
 /// Conversations that are hooked at a time; the others are looked at by the timer.
 constexpr int kMostWatched = 12;
 /// Conversations without a hook that one tick of the timer looks at.
@@ -35,6 +39,7 @@ constexpr int kOffScreen = -30000;
 struct Manager {
     std::vector<std::unique_ptr<clsIMSession>> sessions;
     clsIMs taken;
+    Timer tmrTurn;
     bool scanning = false, scanPosted = false, ended = false, told = false;
     std::size_t nextPolled = 0;
 };
@@ -164,22 +169,23 @@ void raiseNew(const clsIMSession& session)
     });
 }
 
-void takeSession(clsIMSession& session)
+/// False when it stays where it is: no work was done for it.
+bool takeSession(clsIMSession& session)
 {
     clsIMs& taken = manager().taken;
     // One that was asked to close is on its way; AOL may keep it, then it is taken again.
     if (session.closing && GetTickCount() - session.closing < kCloseLimit)
-        return;
+        return false;
     session.closing = 0;
     if (taken.Count() >= kMostTakenIMs || taken.CheckForDuplicate(session.screenName())
         || !Initialize())
-        return;
+        return false;
     frmTabIM& window = *form();
     RECT place = window.pageOnScreen();
     const bool first = taken.Count() == 0;
     OffsetRect(&place, kOffScreen - place.left, kOffScreen - place.top);
     if (!aolLink().takeIM(session.window(), place, window.hwnd()))
-        return;
+        return false;
     session.taken = true;
     session.placedVisible = -1;
     taken.Add(session.screenName(), session.id());
@@ -191,6 +197,7 @@ void takeSession(clsIMSession& session)
         selectIM(session.window(), false);
     }
     ResizeRICHCNTL();
+    return true;
 }
 
 /// Puts an IM over the page of the tabbed window, hides the others.
@@ -282,6 +289,16 @@ bool wasGivenBack(const clsIMSession& session)
     return session.taken && GetAncestor(session.window(), GA_PARENT) == AOLMDI();
 }
 
+void scanAsOptioned()
+{
+    if (manager().ended)
+        return;
+    if (opt::IM::TabsOn.get())
+        IMsToPic();
+    else
+        ScanForIM();
+}
+
 } // namespace
 
 clsIMs& openIMs()
@@ -331,13 +348,13 @@ bool Initialize()
 void IMsToPic()
 {
     if (!FindImTab(true))
-        scanIMsSoon();
+        manager().tmrTurn.startOnce(kTurnMs, scanAsOptioned);
 }
 
 void ScanForIM()
 {
     if (!FindImTab(false))
-        scanIMsSoon();
+        manager().tmrTurn.startOnce(kTurnMs, scanAsOptioned);
 }
 
 void scanIMsSoon()
@@ -346,12 +363,8 @@ void scanIMsSoon()
         return;
     postCall([] {
         manager().scanPosted = false;
-        if (manager().ended)
-            return;
-        if (opt::IM::TabsOn.get())
-            IMsToPic();
-        else
-            ScanForIM();
+        if (!manager().tmrTurn.active())
+            scanAsOptioned();
     });
 }
 
@@ -368,8 +381,13 @@ bool FindImTab(bool take)
     return trap(
         kModule,
         [&] {
-            int turn = 0;
+            // Without work done there is no further turn: a window that cannot be taken would make
+            // them go on for ever.
+            const DWORD start = GetTickCount();
+            bool worked = false;
             for (const HWND document : documents()) {
+                if (worked && GetTickCount() - start > kTurnLimit)
+                    return false;
                 clsIMSession* session = imSession(document);
                 if (!session) {
                     const std::wstring caption = windowCaption(document);
@@ -378,18 +396,15 @@ bool FindImTab(bool take)
                         continue;
                     if (!aolLink().connected() || aolLink().busy())
                         return true; // the timer comes again
-                    if (++turn > kPerTurn)
-                        return false;
                     session = meet(document, caption);
                     if (!session)
                         continue;
+                    worked = true;
                     if (take)
                         takeSession(*session);
                     raiseNew(*session);
                 } else if (take && !session->taken) {
-                    if (++turn > kPerTurn)
-                        return false;
-                    takeSession(*session);
+                    worked |= takeSession(*session);
                 }
             }
             return true;
@@ -507,7 +522,7 @@ void showIMs()
     trap(kModule, [] {
         if (!opt::IM::TabsOn.get())
             setTabsOn(true);
-        if (!Initialize())
+        if (!Initialize() || !form()->mayStack())
             return;
         form()->bringToFront();
         ResizeRICHCNTL();
@@ -537,6 +552,7 @@ void endIMs()
         Manager& m = manager();
         if (std::exchange(m.ended, true))
             return;
+        m.tmrTurn.stop();
         for (clsIMSession* const session : imSessions())
             session->finish();
         Tab_UnhookIMs(opt::IM::CloseIMsOnExit.get());
@@ -611,7 +627,8 @@ void focusIM(HWND im)
     trap(kModule, [&] {
         const clsIMSession* const session = imSession(im);
         if (session && session->taken) {
-            form()->bringToFront();
+            if (form()->mayStack())
+                form()->bringToFront();
             selectIM(im, true);
         } else if (session && IsWindow(im)) {
             const HWND frame = AOLWindow();

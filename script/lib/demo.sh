@@ -186,8 +186,8 @@ demo_send_by_mouse() {
     demo_open_list
     xdotool key ctrl+a type --delay 40 "$1"
     geometry "$list"
-    # The first of the three buttons at the bottom.
-    click_at "$list" $((WIDTH / 2 - 90)) $((HEIGHT - 20))
+    # The first of the four buttons at the bottom.
+    click_at "$list" $((WIDTH / 2 - 148)) $((HEIGHT - 20))
     wine_wait 15 demo_sent "$1" || demo_die "the sound $1 was not sent to the room"
     demo_note sent Velora "$1, chosen in the wav list and sent with the mouse"
 }

@@ -122,8 +122,12 @@ void frmScan::onDestroy()
 void frmScan::chooseRoot()
 {
     const std::wstring folder = chooseFolder(hwnd(), L"The directory to search:", {});
-    if (folder.empty() || !isOpen())
-        return;
+    if (!folder.empty() && isOpen())
+        addRoot(folder);
+}
+
+void frmScan::addRoot(const std::wstring& folder)
+{
     roots_.push_back(folder);
     cboWhere.add(folder);
     cboWhere.select(cboWhere.count() - 1);

@@ -18,6 +18,8 @@ public:
     frmScan() : Form("frmScan") {}
     /// Opens the window, or brings the open one to the front.
     static void openScan();
+    /// Offers one more directory to look in, and chooses it.
+    void addRoot(const std::wstring& folder);
 
 protected:
     FormOptions options() const override;

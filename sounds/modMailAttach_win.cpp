@@ -52,7 +52,13 @@ bool attachToNewMail(const std::wstring& path)
             if (!mail)
                 return false;
             const HWND window = AOL_OpenAttachments(mail.window);
-            if (!window || !clickAolIcon(iconTitled(window, attachCaption(aol().edition))))
+            // The window may stand there before its buttons do.
+            HWND attach = nullptr;
+            const std::wstring caption = attachCaption(aol().edition);
+            if (!window
+                || !waitUntil([&] { return (attach = iconTitled(window, caption)) != nullptr; },
+                              kDialogLimit)
+                || !clickAolIcon(attach))
                 return false;
             HWND dialog = nullptr, name = nullptr;
             if (!waitUntil(

@@ -8,7 +8,6 @@
 #include "core/modWindowPlace.h"
 #include "sounds/frmWavs.h"
 #include "sounds/modFavWavs.h"
-#include "sounds/modShellFiles.h"
 #include "sounds/modWavLibrary.h"
 #include "ui/FolderDialog.h"
 #include "ui/Menu.h"

@@ -7,7 +7,6 @@
 #include "sounds/frmNewCategory.h"
 #include "sounds/frmWavs.h"
 #include "sounds/modFavWavs.h"
-#include "sounds/modShellFiles.h"
 #include "sounds/modSounds.h"
 #include "sounds/modWavLibrary.h"
 #include "ui/FolderDialog.h"

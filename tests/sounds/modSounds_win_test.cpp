@@ -6,6 +6,7 @@
 #include "sounds/frmWavs.h"
 #include "sounds/modPlayback.h"
 #include "support/drive_win.h"
+#include "support/steps_win.h"
 #include "support/toolbar_win.h"
 
 #include <doctest/doctest.h>
@@ -134,19 +135,13 @@ TEST_CASE("the wav list says why it cannot send")
     frmWavs::openList();
     const HWND list = drive::window(L"Velora - Wav List");
     REQUIRE(list);
-    for (const wchar_t* typed : {L"", L"hello"}) {
-        CAPTURE(typed);
-        drive::activate(list);
-        drive::type(typed);
-        drive::Script script([&] {
-            const HWND box = drive::until([] { return Form::all().size() >= 3; })
-                                 ? Form::all().back()->hwnd()
-                                 : nullptr;
-            REQUIRE(box);
-            CHECK(drive::press(box, L"OK"));
-        });
-        REQUIRE(drive::press(list, L"Send"));
-        CHECK(drive::until([&] { return script.done() && Form::all().size() == 2; }));
+    for (const auto& [typed, says] :
+         {std::pair{L"", L"No wav selected!"}, {L"hello", L"No AOL Chat Room visible!"}}) {
+        SetWindowTextW(drive::child(list, L"Edit"), typed);
+        const Step box{typed[0] ? L"Velora" : L"Velora - Wav List", says};
+        Steps answer(std::vector<Step>{box});
+        PostMessageW(drive::child(list, L"Send"), BM_CLICK, 0, 0);
+        CHECK(drive::until([&] { return answer.done(); }));
     }
     CHECK(bench.host.sent().empty());
 }

@@ -108,7 +108,8 @@ private:
         if (!box || !IsWindowVisible(box) || done_)
             return;
         if (const HWND edit = drive::child(box, L"Edit")) {
-            CHECK(SendMessageW(edit, EM_GETPASSWORDCHAR, 0, 0) != 0);
+            CHECK((SendMessageW(edit, EM_GETPASSWORDCHAR, 0, 0) != 0)
+                  == opt::EMail::MaskPassword.get());
             for (const wchar_t* c = password_; *c; ++c)
                 SendMessageW(edit, WM_CHAR, *c, 0);
             CHECK(windowText(edit) == password_);
@@ -162,8 +163,8 @@ TEST_CASE("a selection is encrypted, sent, read and decrypted in editions and ve
     struct Row {
         int edition, version;
     };
-    for (const Row& row : {Row{0, 3}, Row{0, 4}, Row{0, 5}, Row{0, 6}, Row{0, 7}, Row{4, 5},
-                           Row{5, 5}, Row{4, 7}, Row{5, 6}}) {
+    for (const Row& row : {Row{0, 3}, Row{0, 4}, Row{0, 5}, Row{0, 6}, Row{0, 7}, Row{1, 6},
+                           Row{2, 4}, Row{3, 7}, Row{4, 5}, Row{5, 5}, Row{4, 7}, Row{5, 6}}) {
         CAPTURE(row.edition);
         CAPTURE(row.version);
         const std::wstring secret = L"Gr\u00FC\u00DFe aus K\u00F6ln";
@@ -212,9 +213,16 @@ TEST_CASE("a whole mail with lines, umlauts and emoji comes back, boxes of eithe
     }
 }
 
-TEST_CASE("a wrong password shows an empty window")
+TEST_CASE("a wrong password shows an empty window; none at all shows nothing")
 {
     MailBench bench(0, 5, L"</b>" + EncryptMailText(L"secret", L"pw"));
+    opt::EMail::MaskPassword.set(false);
+    for (const WORD key : {VK_ESCAPE, VK_RETURN}) {
+        const Password password(kDecryptBox, key == VK_RETURN ? L"  " : L"pw", false, key);
+        CHECK_FALSE(DecryptMail());
+        CHECK(password.done());
+        CHECK_FALSE(Form::find<frmDecrypt>());
+    }
     const Password password(kDecryptBox, L"PW");
     REQUIRE(DecryptMail());
     CHECK(shownText().empty());

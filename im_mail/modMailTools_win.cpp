@@ -8,12 +8,11 @@
 #include "chat/modCurrentFade.h"
 #include "core/MsgBoxEx.h"
 #include "core/modAOL.h"
-#include "core/modFindChild.h"
 #include "hook/aolSend.h"
 #include "im_mail/clsAolMailBody.h"
 #include "sounds/frmWavs.h"
+#include "sounds/modMailAttach.h"
 #include "ui/Menu.h"
-#include "ui/MessageLoop.h"
 
 #include <commdlg.h>
 
@@ -22,10 +21,6 @@ namespace {
 
 constexpr char kModule[] = "modMailTools";
 constexpr wchar_t kTitle[] = L"Mail";
-constexpr DWORD kDialogLimit = 5000; ///< for a dialog that AOL shall open
-/// The file name in Windows' dialog for opening files: its edit box, or the list around it.
-constexpr int kFileNameEdit = 0x480;
-constexpr int kFileNameList = 0x47C;
 
 HWND mailInFront()
 {
@@ -52,35 +47,6 @@ std::wstring pickSound()
     wish.lpstrTitle = L"Attach a Sound";
     wish.Flags = OFN_EXPLORER | OFN_FILEMUSTEXIST | OFN_HIDEREADONLY | OFN_NOCHANGEDIR;
     return GetOpenFileNameW(&wish) ? path : L"";
-}
-
-/// Windows' dialog for opening files that a window of AOL has opened; 0 when there is none.
-HWND fileDialogOf(HWND owner)
-{
-    for (HWND dialog = nullptr; (dialog = FindWindowExW(nullptr, dialog, L"#32770", nullptr));)
-        if (GetWindow(dialog, GW_OWNER) == owner && IsWindowVisible(dialog))
-            return dialog;
-    return nullptr;
-}
-
-HWND fileNameBox(HWND dialog)
-{
-    const HWND list = GetDlgItem(dialog, kFileNameList);
-    return list ? list : GetDlgItem(dialog, kFileNameEdit);
-}
-
-/// Presses Attach in AOL's Attachments window and gives the file to the dialog that it opens.
-bool giveFile(HWND attachments, const std::wstring& path)
-{
-    if (!clickAolIcon(FindChildByClass(attachments, L"_AOL_Icon")))
-        return false;
-    HWND box = nullptr;
-    const auto shown = [&] { return (box = fileNameBox(fileDialogOf(attachments))) != nullptr; };
-    if (!waitUntil(shown, kDialogLimit) || !setAolText(box, path))
-        return false;
-    const HWND dialog = GetParent(box);
-    return postToAol(dialog, WM_COMMAND, IDOK, 0)
-           && waitUntil([&] { return !IsWindow(dialog); }, kDialogLimit);
 }
 
 } // namespace
@@ -144,10 +110,7 @@ bool AttachSound()
                 path = pickSound();
             if (path.empty())
                 return false;
-            const HWND attachments = AOL_OpenAttachments(window);
-            if (!attachments)
-                return false;
-            if (giveFile(attachments, path))
+            if (attachToMail(window, path))
                 return true;
             MsgBoxEx(L"~B~CRThe sound could not be attached!~B~CN~N ~NPlease attach it by hand: "
                      L"~B~CB"

@@ -45,13 +45,16 @@ HWND nameField(HWND dialog)
 
 bool attachToNewMail(const std::wstring& path)
 {
+    const MailWindow mail = AOL_OpenEMail();
+    return mail && attachToMail(mail.window, path);
+}
+
+bool attachToMail(HWND mail, const std::wstring& path)
+{
     return trap(
         kModule,
         [&] {
-            const MailWindow mail = AOL_OpenEMail();
-            if (!mail)
-                return false;
-            const HWND window = AOL_OpenAttachments(mail.window);
+            const HWND window = AOL_OpenAttachments(mail);
             // The window may stand there before its buttons do.
             HWND attach = nullptr;
             const std::wstring caption = attachCaption(aol().edition);

@@ -116,9 +116,9 @@ void checkWithTools(Stress& stress)
 TEST_CASE("mdbtools read a file after many random operations")
 {
     needTools();
-    for (const std::uint64_t seed : {1u, 2u, 3u}) {
-        Stress stress(seed, 24, 60);
-        stress.run(1500);
+    for (const int operations : {1500, 10000}) {
+        Stress stress(20, 24, 60);
+        stress.run(operations);
         checkWithTools(stress);
     }
 }
@@ -126,8 +126,8 @@ TEST_CASE("mdbtools read a file after many random operations")
 TEST_CASE("mdbtools read long names, many pages, and a compacted and a repaired file")
 {
     needTools();
-    Stress stress(4, 250, 255);
-    stress.run(1500);
+    Stress stress(7, 250, 255);
+    stress.run(5000);
     checkWithTools(stress);
     clsJetDatabase::compactDatabase(kStressPath, L"small.mdb", stress.files());
     stress.files().files[kStressPath] = stress.files().files[L"small.mdb"];

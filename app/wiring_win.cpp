@@ -92,6 +92,8 @@ void fillToolbarRoutes()
                      .adjustIMWindow = ShowButtons_AU});
     routes.imSwitch = imRoutes().imSwitch;
     routes.ignoreMember = imRoutes().addToIgnore;
+    routes.ignoredNames = imRoutes().ignoredNames;
+    imRoutes().showOptions = routes.showOptions;
     routes.checkUpdate = liveUpdate;
     routes.exitProgram = [] { UnloadAllForms(true); };
     routes.aolEnded = [] { UnloadAllForms(false); };

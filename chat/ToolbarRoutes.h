@@ -38,6 +38,8 @@ struct ToolbarRoutes {
     std::function<void(bool on)> imSwitch;
     /// Opens the IM manager (the button cmdIMs).
     std::function<void()> openIMs;
+    /// Opens the list of those whose instant messages are shut out.
+    std::function<void()> ignoredNames;
     /// Puts the items of a button's menu into it; a button without one stays away.
     std::function<void(Menu&)> mailMenu, quotesMenu;
     /// Encrypts the mail that is open (the button cmdEncrypt).

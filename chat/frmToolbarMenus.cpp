@@ -259,6 +259,8 @@ void frmToolbar::fillMenu(Menu& menu)
         menu.item(L"Turn IMs &Off", [] { toolbarRoutes().imSwitch(false); });
         menu.item(L"Turn IMs O&n", [] { toolbarRoutes().imSwitch(true); });
     }
+    if (routes.ignoredNames)
+        menu.item(L"I&gnored Screen Names...", routes.ignoredNames);
     menu.item(L"&Advertise in the Room", [] { advertise(); });
     menu.separator();
     Menu& panel = menu.submenu(L"&Toolbar");

@@ -309,6 +309,81 @@ void drawNote(Canvas& c, Colour light, Colour dark, Colour line)
     c.outlined(note, {light, dark}, line);
 }
 
+void drawLocate(Canvas& c)
+{
+    c.outlined(stroke({{14.6, 14.6}, {20, 20}}, 3.6), {rgb(0xD9A86A), rgb(0x9A6424)},
+               rgb(0x5E3A10));
+    c.outlined(disc({9.8, 9.8}, 6.8), {rgb(0xE3F1FE), rgb(0x8FC4F7)}, rgb(0x1F4E8C));
+    c.fill(arc({9.8, 9.8}, 4.3, 1.4, 185, 265), {kWhite});
+}
+
+/// A bell.
+void drawNotify(Canvas& c)
+{
+    const Colour line = rgb(0x8A6208);
+    c.outlined(disc({12, 19.6}, 2), {rgb(0xE0A91E)}, line);
+    c.outlined(both(both(disc({12, 9.4}, 5.6), box(6.4, 9, 17.6, 16.4, 0.6)),
+                    box(3.8, 15.4, 20.2, 18.4, 1.4)),
+               {rgb(0xFFEFA0), rgb(0xF0B92A)}, line);
+}
+
+/// A card with a portrait.
+void drawProfile(Canvas& c)
+{
+    c.outlined(box(2.4, 4.4, 21.6, 19.6, 1.8), {kWhite, rgb(0xE4ECF6)}, kSteel);
+    bust(c, {8, 9.4}, 2.4, {rgb(0x9CC9F8), rgb(0x2F78CF)}, rgb(0x1D4A85));
+    for (const double y : {8.6, 12.0, 15.4})
+        c.fill(stroke({{14.2, y}, {19, y}}, 1.5), {rgb(0x8FA1B8)});
+}
+
+void drawIgnore(Canvas& c)
+{
+    c.outlined(both(without(disc({12, 12}, 9), disc({12, 12}, 5.8)),
+                    stroke({{6.6, 6.6}, {17.4, 17.4}}, 3)),
+               {rgb(0xFF8A7A), rgb(0xCE2A18)}, rgb(0x861B0E));
+}
+
+/// A sheet of paper with lines of writing.
+void sheet(Canvas& c, double left, double top, const std::vector<Colour>& stops, Colour line,
+           int lines)
+{
+    c.outlined(box(left, top, left + 13, top + 16, 1.2), stops, line);
+    for (int i = 0; i < lines; ++i)
+        c.fill(stroke({{left + 3, top + 4 + 4 * i},
+                       {left + (i + 1 < lines ? 10 : 7), top + 4 + 4 * i}},
+                      1.4),
+               {line});
+}
+
+void drawNotes(Canvas& c)
+{
+    sheet(c, 5, 4, {rgb(0xFFF8BE), rgb(0xF5DD62)}, rgb(0xA07C10), 3);
+}
+
+void drawCopy(Canvas& c)
+{
+    sheet(c, 2.6, 2.2, {kWhite, rgb(0xE4ECF6)}, kSteel, 3);
+    sheet(c, 8.4, 5.8, {kWhite, rgb(0xD3E4F8)}, rgb(0x1F4E8C), 3);
+}
+
+void drawLog(Canvas& c)
+{
+    c.outlined(box(4, 3, 20, 21, 1.8), {rgb(0xA8D8A0), rgb(0x3E9A48)}, rgb(0x1F5E28));
+    c.outlined(box(8, 3, 20, 21, 1.2), {kWhite, rgb(0xEAF2E6)}, rgb(0x1F5E28));
+    for (const double y : {8.0, 12.0, 16.0})
+        c.fill(stroke({{11, y}, {17, y}}, 1.4), {rgb(0x7F9A84)});
+}
+
+/// A bubble with an arrow that goes back.
+void drawAnswer(Canvas& c)
+{
+    c.outlined(both(box(2, 3, 22, 16.6, 3.4), polygon({{6, 15}, {12, 15}, {6, 21.6}}, 0.4)),
+               {rgb(0xC4EEB6), rgb(0x4FAE42)}, rgb(0x1F6414));
+    c.fill(both(stroke({{17.4, 12.6}, {17.4, 9.6}, {8, 9.6}}, 2),
+                polygon({{9.6, 5.6}, {9.6, 13.6}, {5, 9.6}})),
+           {kWhite});
+}
+
 } // namespace
 
 std::vector<std::uint32_t> drawIcon(IconId id, int size)
@@ -331,6 +406,14 @@ std::vector<std::uint32_t> drawIcon(IconId id, int size)
     case IconId::soundWav: drawNote(c, rgb(0x8FC4F7), rgb(0x2E7BD6), rgb(0x1F4E8C)); break;
     case IconId::soundMid: drawNote(c, rgb(0xD5B3F5), rgb(0x7A3FC4), rgb(0x4A2380)); break;
     case IconId::soundMp3: drawNote(c, rgb(0xFFC58A), rgb(0xE8731A), rgb(0x92420A)); break;
+    case IconId::locate: drawLocate(c); break;
+    case IconId::notify: drawNotify(c); break;
+    case IconId::profile: drawProfile(c); break;
+    case IconId::ignore: drawIgnore(c); break;
+    case IconId::notes: drawNotes(c); break;
+    case IconId::copy: drawCopy(c); break;
+    case IconId::log: drawLog(c); break;
+    case IconId::answer: drawAnswer(c); break;
     case IconId::count: break;
     }
     return c.pixels();

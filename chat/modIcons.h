@@ -23,6 +23,14 @@ enum class IconId {
     soundWav,
     soundMid,
     soundMp3,
+    locate,
+    notify,
+    profile,
+    ignore,
+    notes,
+    copy,
+    log,
+    answer,
     count
 };
 

@@ -62,6 +62,8 @@ struct IMRoutes {
     std::function<bool()> autoAnswerOn;
     /// Asks for how many days and ignores the sender's IMs (mnuIgnore).
     std::function<void(const std::wstring& screenName)> addToIgnore;
+    /// Opens the list of those who are ignored.
+    std::function<void()> ignoredNames;
     /// Edits the buddy note of a screen name.
     std::function<void(const std::wstring& screenName)> editNotes;
     /// Switches AOL's IMs off and on.

@@ -29,7 +29,8 @@ constexpr std::size_t kLongestTitle = 24;
 constexpr Size kFirstSize{620, 440};
 constexpr int kListWidth = 150;
 constexpr int kIcon = 16;
-constexpr UINT kNotesMs = 8000;
+constexpr std::size_t kMostNoteShown = 600;
+constexpr UINT kNotesMs = 5000, kNotesMsEach = 40;
 constexpr UINT kFocusMs = 150, kShownMs = 700;
 constexpr int kNextKey = 1, kBackKey = 2; // hot keys
 enum DelayedCode { kSend = 1, kNext, kBack, kClose, kToButtons, kTabOne = 10 };
@@ -68,23 +69,23 @@ const frmTabIM::ButtonRow frmTabIM::kButtons[] = {
      &frmTabIM::send},
     {&frmTabIM::cmdCancel, L"&Cancel", L"Close this IM (Ctrl+W)", IconId::stop, false,
      [] { return true; }, &frmTabIM::cancel},
-    {&frmTabIM::cmdLocate, L"&Locate", L"Find out where the member is", IconId::people, false,
+    {&frmTabIM::cmdLocate, L"&Locate", L"Find out where the member is", IconId::locate, false,
      [] { return true; }, &frmTabIM::locate},
     {&frmTabIM::cmdMail, L"&Mail", L"Write mail to the member", IconId::mail, false,
      [] { return true; }, &frmTabIM::mail},
-    {&frmTabIM::cmdNotify, L"&Notify", L"Notify AOL of this IM", IconId::quotes, false,
+    {&frmTabIM::cmdNotify, L"&Notify", L"Notify AOL of this IM", IconId::notify, false,
      [] { return true; }, &frmTabIM::cmdNotify_Click},
-    {&frmTabIM::cmdProfile, L"&Profile", L"Show the member's profile", IconId::ims, false,
+    {&frmTabIM::cmdProfile, L"&Profile", L"Show the member's profile", IconId::profile, false,
      [] { return true; }, &frmTabIM::AOL_GetInfo},
-    {&frmTabIM::cmdAA, L"&Auto-Answer", L"Answer IMs while you are away", IconId::play, false,
+    {&frmTabIM::cmdAA, L"&Auto-Answer", L"Answer IMs while you are away", IconId::answer, false,
      [] { return has(imRoutes().autoAnswer); }, &frmTabIM::autoAnswer},
-    {&frmTabIM::cmdIgnore, L"&Ignore", L"Shut out IMs of this member", IconId::stop, true,
+    {&frmTabIM::cmdIgnore, L"&Ignore", L"Shut out IMs of this member", IconId::ignore, true,
      [] { return static_cast<bool>(imRoutes().addToIgnore); }, &frmTabIM::AddToIgnore},
-    {&frmTabIM::cmdNotes, L"No&tes", L"Edit your note on this member", IconId::quotes, true,
+    {&frmTabIM::cmdNotes, L"No&tes", L"Edit your note on this member", IconId::notes, true,
      [] { return static_cast<bool>(imRoutes().editNotes); }, &frmTabIM::editNotes},
-    {&frmTabIM::cmdCopy, L"Cop&y", L"Copy the conversation", IconId::quotes, true,
+    {&frmTabIM::cmdCopy, L"Cop&y", L"Copy the conversation", IconId::copy, true,
      [] { return true; }, &frmTabIM::copyText},
-    {&frmTabIM::cmdLog, L"Lo&g", L"Open the member's log", IconId::menu, true, [] { return true; },
+    {&frmTabIM::cmdLog, L"Lo&g", L"Open the member's log", IconId::log, true, [] { return true; },
      &frmTabIM::openLog},
     {&frmTabIM::cmdOptions, L"&Options", L"Options of this window", IconId::menu, false,
      [] { return true; }, &frmTabIM::optionsMenu},
@@ -524,19 +525,22 @@ void frmTabIM::InitBuddyTooltip()
 
 void frmTabIM::ResetTipColors()
 {
-    const auto colour = [](long value, int systemColour) {
-        const bool asSystem = value == kTipBackground || value == kTipText;
-        return asSystem ? GetSysColor(systemColour) : static_cast<COLORREF>(value & 0xFFFFFF);
+    // Numbers with the highest bit stand for the system's colours.
+    const auto colour = [](long value) {
+        const auto bits = static_cast<unsigned long>(value);
+        return bits & 0x80000000u ? GetSysColor(static_cast<int>(bits & 0xFFu)) : bits & 0xFFFFFFu;
     };
-    tipNotes_.setColours(colour(opt::IM::BuddyTipTextColor.get(), COLOR_INFOTEXT),
-                         colour(opt::IM::BuddyTipBackColor.get(), COLOR_INFOBK));
+    tipNotes_.setColours(colour(opt::IM::BuddyTipTextColor.get()),
+                         colour(opt::IM::BuddyTipBackColor.get()));
 }
 
 void frmTabIM::showBuddyNotes()
 {
-    const std::wstring note = GetBuddyNotes(currentName());
+    std::wstring note = GetBuddyNotes(currentName());
     if (note.empty())
         return;
+    if (note.size() > kMostNoteShown)
+        note = note.substr(0, kMostNoteShown) + L"\u2026";
     InitBuddyTooltip();
     // Under the tab's first letters, or beside the row.
     RECT page = pageOnScreen();
@@ -550,7 +554,8 @@ void frmTabIM::showBuddyNotes()
         page.top = tab.bottom;
     }
     tipNotes_.showBalloon(*this, {page.left, page.top}, currentName(), note,
-                          ToolTip::Sign::information, kNotesMs);
+                          ToolTip::Sign::information,
+                          kNotesMs + kNotesMsEach * static_cast<UINT>(note.size()));
 }
 
 void frmTabIM::focusReply()

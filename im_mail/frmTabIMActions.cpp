@@ -176,6 +176,10 @@ void frmTabIM::optionsMenu()
         mnuOptions.item(L"Turn IMs O&ff", [] { imRoutes().imSwitch(false); });
         mnuOptions.item(L"Turn IMs O&n", [] { imRoutes().imSwitch(true); });
     }
+    if (imRoutes().ignoredNames)
+        mnuOptions.item(L"&Ignored Screen Names...", imRoutes().ignoredNames);
+    if (imRoutes().autoAnswer)
+        mnuOptions.item(L"&Auto-Answer...", imRoutes().autoAnswer);
     mnuOptions.separator();
     mnuOptions.item(L"Give IMs Bac&k to AOL", [] { setTabsOn(false); });
     if (imRoutes().showOptions)

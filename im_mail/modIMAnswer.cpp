@@ -2,6 +2,7 @@
 
 #include "base/text.h"
 #include "im_mail/modIMRules.h"
+#include "sounds/modSoundCommand.h"
 
 namespace velora {
 namespace {
@@ -49,6 +50,18 @@ bool hearsFrom(std::wstring_view text, std::wstring_view screenName)
         if (saidBy(line, key))
             return true;
     return false;
+}
+
+std::wstring soundNamedBy(std::wstring_view text, std::wstring_view screenName)
+{
+    const std::wstring key = speakerKey(screenName);
+    if (key.empty())
+        return {};
+    for (const std::wstring& line : splitLines(text))
+        if (const auto said = saidBy(line, key))
+            if (std::wstring wav = ParseWavName(*said); !wav.empty())
+                return wav;
+    return {};
 }
 
 std::optional<PreparedAnswer> prepareAnswer(std::wstring_view caption, int edition, int version,

@@ -20,6 +20,9 @@ std::wstring lastMessageOf(std::wstring_view conversation, std::wstring_view scr
 /// Whether a line of the text is the member's: own lines raise no answer.
 bool hearsFrom(std::wstring_view text, std::wstring_view screenName);
 
+/// The sound that a member's lines name; the first one, empty when they name none.
+std::wstring soundNamedBy(std::wstring_view text, std::wstring_view screenName);
+
 struct AnswerPolicy {
     int mode = 0;              ///< option IMAnswerMode
     bool once = false;         ///< option AnswerOnce

@@ -6,15 +6,13 @@
 #include "im_mail/frmAutoAnswer.h"
 #include "im_mail/frmEditNotes.h"
 #include "im_mail/frmIgnored.h"
-#include "im_mail/modBuddyTip.h"
 #include "im_mail/modIMAnswer.h"
 #include "im_mail/modTempIgnore.h"
 #include "settings/Options.h"
+#include "sounds/modPlayback.h"
 
 namespace velora {
 namespace {
-
-constexpr int kTipOffset = 16;
 
 IMSubscription& subscription()
 {
@@ -31,14 +29,16 @@ void switchIms(bool on)
              done ? kMsgInformation : kMsgExclamation, L"Instant Messages");
 }
 
-/// The note comes beside the pointer that clicked the tab.
-void showNote(const IMInfo& im, bool byUser)
+/// What came from the sender: told, heard and answered as the options say.
+void onMessage(const IMInfo& im, const std::wstring& fresh)
 {
-    hideBuddyTip();
-    const HWND owner = GetActiveWindow();
-    POINT at;
-    if (im.window && byUser && owner && opt::IM::DisplayNotes.get() && GetCursorPos(&at))
-        showBuddyTip(owner, {at.x + kTipOffset, at.y + kTipOffset}, im.screenName);
+    alertFor(im, fresh);
+    if (!hearsFrom(fresh, im.screenName))
+        return;
+    if (opt::IM::IMWavsEnabled.get())
+        if (const std::wstring wav = soundNamedBy(fresh, im.screenName); !wav.empty())
+            PlayIMWav(wav);
+    AnswerIM(im);
 }
 
 } // namespace
@@ -52,24 +52,15 @@ void startIMServices(IMServiceRoutes manager)
             frmAnswered::add(sender);
     });
     IMEvents events;
-    events.onNewIM = [](const IMInfo& im) {
-        alertFor(im, im.text);
-        if (hearsFrom(im.text, im.screenName))
-            AnswerIM(im);
-    };
-    events.onNewText = [](const IMInfo& im, const std::wstring& fresh) {
-        alertFor(im, fresh);
-        if (hearsFrom(fresh, im.screenName))
-            AnswerIM(im);
-    };
-    events.onCurrentIM = [](const IMInfo& im, bool byUser) { showNote(im, byUser); };
-    events.onIMClosed = [](const IMInfo&) { hideBuddyTip(); };
+    events.onNewIM = [](const IMInfo& im) { onMessage(im, im.text); };
+    events.onNewText = onMessage;
     subscription() = observeIMs(std::move(events));
 
     IMRoutes& routes = imRoutes();
     routes.autoAnswer = frmAutoAnswer::openWindow;
     routes.autoAnswerOn = autoAnswerOn;
     routes.addToIgnore = AddToIgnore;
+    routes.ignoredNames = frmIgnored::openList;
     routes.editNotes = frmEditNotes::edit;
     routes.imSwitch = switchIms;
 }
@@ -78,7 +69,6 @@ void endIMServices()
 {
     subscription() = {};
     endAnswers();
-    hideBuddyTip();
 }
 
 } // namespace velora

@@ -9,7 +9,6 @@
 #include "im_mail/frmIgnored.h"
 #include "im_mail/modAnswerRules.h"
 #include "im_mail/modBuddyNotes.h"
-#include "im_mail/modBuddyTip.h"
 #include "im_mail/modIMAnswer.h"
 #include "im_mail/modIgnore.h"
 #include "im_mail/modTempIgnore.h"
@@ -191,10 +190,6 @@ TEST_CASE("a buddy note: OK writes, Cancel discards, blanks and case of the name
     CHECK(GetBuddyNotes(L"notetester") == L"likes\r\ntea");
     edit(L"other", L"Cancel");
     CHECK(GetBuddyNotes(L"Note Tester") == L"likes\r\ntea");
-
-    showBuddyTip(GetDesktopWindow(), {50, 50}, L"NOTE TESTER");
-    CHECK(FindWindowW(TOOLTIPS_CLASSW, nullptr) != nullptr);
-    hideBuddyTip();
 
     CHECK(saveBuddyNote(L"notetester", std::wstring(100000, L'x')));
     CHECK(GetBuddyNotes(L"Note Tester").size() == kMostNote);

@@ -156,6 +156,8 @@ TEST_CASE("who said what in a conversation")
     CHECK(hearsFrom(text, L"JoeSSmith"));
     CHECK_FALSE(hearsFrom(L"Me:\tJoe:\tx", L"Joe"));
     CHECK_FALSE(hearsFrom(L"joe", L"Joe"));
+    CHECK(soundNamedBy(L"Me:\t{S own}\r\nJoe:\thi\r\nJoe:\t{s Drop} {S x}", L"Joe") == L"Drop");
+    CHECK(soundNamedBy(L"Joe:\t{S never ends", L"Joe").empty());
 }
 
 TEST_CASE("the answer procedure, step by step")

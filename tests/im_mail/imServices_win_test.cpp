@@ -6,6 +6,7 @@
 #include "im_mail/modAnswerRules.h"
 #include "im_mail/modIMAnswer.h"
 #include "settings/Options.h"
+#include "sounds/modPlayback.h"
 #include "support/drive_win.h"
 #include "support/imbench_win.h"
 
@@ -26,16 +27,26 @@ TEST_CASE("a taken IM raises the alert and is answered, with the tabs on and off
         opt::IM::AlertSeconds.set(60);
         setAnswerMode(0);
         setAnswerMode(1);
-        const HWND im = bench.arrive(L"Rose3", L"are you there?");
+        bench.bench.addSound(L"ding.wav", 60000);
+        bench.bench.addSound(L"alarm.wav", 60000);
+        const auto plays = [](const wchar_t* name) {
+            return waitFor([&] { return playingSound().ends_with(name); });
+        };
+        const HWND im = bench.arrive(L"Rose3", L"are you there? {s ding}");
         REQUIRE(im);
+        CHECK(plays(L"ding.wav"));
         CHECK(bench.sent(L"Rose3: " + fillAnswer(defaultAnswer(), L"Rose3")));
         CHECK(bench.logged(L"Rose3", L"Answered IM - "));
         // Nobody looks at AOL now.
         ShowWindowAsync(bench.host.frame(), SW_MINIMIZE);
         REQUIRE(waitFor([&] { return IsIconic(bench.host.frame()); }));
+        opt::IM::PlayAlertWav.set(true);
+        opt::IM::AlertWav.set(L"alarm");
         REQUIRE(bench.arrive(L"Ann", L"hello"));
         REQUIRE(waitFor([] { return frmAlert::instance() != nullptr; }));
         CHECK(drive::child(frmAlert::instance()->hwnd(), L"Ann"));
+        if (tabs) // the second alert comes within the pause between two alert sounds
+            CHECK(plays(L"alarm.wav"));
         CHECK(bench.sent(L"Ann: " + fillAnswer(defaultAnswer(), L"Ann")));
         endIMServices();
         imRoutes() = {};

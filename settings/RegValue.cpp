@@ -4,8 +4,10 @@
 #include "base/trap.h"
 
 #include <array>
-#include <charconv>
 #include <concepts>
+#include <cstdio>
+#include <cstdlib>
+#include <limits>
 
 namespace velora {
 namespace {
@@ -20,12 +22,25 @@ struct Overload : Visitors... {
 template <class... Visitors>
 Overload(Visitors...) -> Overload<Visitors...>;
 
-template <class Number>
+std::wstring numberText(std::int32_t value)
+{
+    return std::to_wstring(value);
+}
+
+/// The fewest digits that read back as the same number. (std::to_chars would do it, with tables
+/// that are a tenth of the program.)
+template <std::floating_point Number>
 std::wstring numberText(Number value)
 {
     std::array<char, 64> digits;
-    const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), value).ptr;
-    return from1252({digits.data(), end});
+    int length = 0;
+    for (int precision = 1; precision <= std::numeric_limits<Number>::max_digits10; ++precision) {
+        length = std::snprintf(digits.data(), digits.size(), "%.*g", precision,
+                               static_cast<double>(value));
+        if (static_cast<Number>(std::strtod(digits.data(), nullptr)) == value)
+            break;
+    }
+    return from1252({digits.data(), static_cast<std::size_t>(length)});
 }
 
 std::string_view asChars(const Bytes& bytes)

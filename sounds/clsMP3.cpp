@@ -194,23 +194,18 @@ void clsMP3::keepForUndo(const std::wstring& path, const BinaryFile& file, std::
                                           + from1252(hexOf(tail)) + L"\r\n"));
 }
 
-void clsMP3::saveTagInto(BinaryFile& file, const std::wstring& path)
-{
-    std::uint64_t size = file.size();
-    if (size < kTagBytes)
-        throw Error("the file is too short for a tag");
-    const bool tagged = file.readAt(size - kTagBytes, kTag.size()) == kTag;
-    if (!tagged && growsByTag(path))
-        size += kTagBytes;
-    file.writeAt(size - kTagBytes, std::string(kTag) + render());
-}
-
 void clsMP3::SaveTag(const std::wstring& path)
 {
     trap(kModule, [&] {
         BinaryFile file(path, BinaryFile::Access::ReadWrite);
+        std::uint64_t size = file.size();
+        if (size < kTagBytes)
+            throw Error("the file is too short for a tag");
         keepForUndo(path, file, kTagBytes);
-        saveTagInto(file, path);
+        const bool tagged = file.readAt(size - kTagBytes, kTag.size()) == kTag;
+        if (!tagged && growsByTag(path))
+            size += kTagBytes;
+        file.writeAt(size - kTagBytes, std::string(kTag) + render());
     });
 }
 
@@ -233,11 +228,11 @@ void clsMP3::SaveLyrics(const std::wstring& path)
     trap(kModule, [&] {
         GetTag(path);
         BinaryFile file(path, BinaryFile::Access::ReadWrite);
+        const std::uint64_t size = file.size();
+        if (size < kLyricsBlock)
+            throw Error("the file is too short for lyrics");
         keepForUndo(path, file, kLyricsBlock);
-        std::uint64_t size = file.size();
-        const bool present =
-            size >= kLyricsBlock
-            && file.readAt(size - kLyricsBlock, kLyricsBegin.size()) == kLyricsBegin;
+        const bool present = file.readAt(size - kLyricsBlock, kLyricsBegin.size()) == kLyricsBegin;
         const std::string lyrics = lyrics_ + std::string(kLyricsEnd) + std::string(kTag);
         if (!present && growsByTag(path)) {
             // The appended block ends with a whole tag, so that it stands where it is looked for,
@@ -245,8 +240,6 @@ void clsMP3::SaveLyrics(const std::wstring& path)
             file.writeAt(size, std::string(kLyricsBegin) + lyrics + render());
             return;
         }
-        if (size < kLyricsBlock)
-            throw Error("the file is too short for lyrics");
         file.writeAt(size - kLyricsBlock, std::string(kLyricsBegin) + lyrics);
     });
 }

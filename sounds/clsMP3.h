@@ -70,7 +70,6 @@ private:
     /// The 125 bytes behind "TAG", both ways.
     std::string render() const;
     void parse(std::string_view record);
-    void saveTagInto(BinaryFile& file, const std::wstring& path);
     void keepForUndo(const std::wstring& path, const BinaryFile& file, std::size_t bytes) const;
 
     std::string title_, artist_, album_, year_, comments_, lyrics_;

@@ -225,6 +225,23 @@ void frmTagEdit::takeFields(clsMP3& tag) const
         tag.SetGenre(clsMP3::GetGenreByte(genre));
 }
 
+bool frmTagEdit::saveLyrics()
+{
+    tag_.SetLyrics(txtLyrics.text());
+    tag_.SaveLyrics(path_);
+    clsMP3 written;
+    written.GetLyrics(path_);
+    return written.Lyrics() == tag_.Lyrics();
+}
+
+bool frmTagEdit::tellNotSaved(const wchar_t* orElse)
+{
+    MsgBoxEx(L"~B~CRThe tag could not be saved!~B~CN~N ~NThe file ~B~CB" + literal(path_)
+                 + L"~B~CN cannot be written" + orElse + L".",
+             kMsgExclamation, kBoxTitle);
+    return false;
+}
+
 bool frmTagEdit::cmdSave_Click()
 {
     if (!changed() || !charactersAgreed() || !isOpen())
@@ -232,10 +249,8 @@ bool frmTagEdit::cmdSave_Click()
     // Lyrics come first: they bring the file's tag with them, and what they replace holds the tag,
     // so that one undo record serves both.
     const bool lyrics = lyrics_.changed();
-    if (lyrics) {
-        tag_.SetLyrics(txtLyrics.text());
-        tag_.SaveLyrics(path_);
-    }
+    if (lyrics && !saveLyrics())
+        return tellNotSaved(L", or is too short for lyrics");
     tag_.GetTag(path_);
     takeFields(tag_);
     tag_.setUndoFile(lyrics ? std::wstring() : undoFile_);
@@ -244,14 +259,9 @@ bool frmTagEdit::cmdSave_Click()
     // A save says nothing of a failure: what stands in the file does.
     clsMP3 written;
     written.GetTag(path_);
-    written.GetLyrics(path_);
+    if (!sameFields(written, tag_))
+        return tellNotSaved(L"");
     fileChanged_ = true;
-    if (!sameFields(written, tag_) || (lyrics && written.Lyrics() != tag_.Lyrics())) {
-        MsgBoxEx(L"~B~CRThe tag could not be saved!~B~CN~N ~NThe file ~B~CB" + literal(path_)
-                     + L"~B~CN cannot be written, or is too short for it.",
-                 kMsgExclamation, kBoxTitle);
-        return false;
-    }
     load();
     lblState.setText(L"Saved.");
     return true;

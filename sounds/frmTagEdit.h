@@ -42,6 +42,8 @@ private:
     bool charactersAgreed();
     void takeFields(clsMP3& tag) const;
     bool cmdSave_Click();
+    bool saveLyrics();
+    bool tellNotSaved(const wchar_t* orElse);
     void cmdUndo_Click();
     void showState();
 

@@ -161,11 +161,18 @@ TEST_CASE("the lyrics block is written where the second look finds it")
             read.GetLyrics(path);
             CHECK(read.Lyrics().starts_with(L"oh  "));
         }
-    const std::wstring tooShort = dir.file(L"s.mp3");
-    replaceFile(tooShort, noise(5100));
-    clsMP3 lyrics;
-    lyrics.SaveLyrics(tooShort);
-    CHECK(content(tooShort) == noise(5100));
+    for (const wchar_t* name : {L"s.mp3", L"s.wav"}) {
+        const std::wstring tooShort = dir.file(name);
+        replaceFile(tooShort, noise(5100));
+        clsMP3 lyrics;
+        lyrics.setUndoFile(dir.file(L"undo"));
+        lyrics.SaveLyrics(tooShort);
+        CHECK(content(tooShort) == noise(5100));
+        replaceFile(tooShort, noise(127));
+        lyrics.SaveTag(tooShort);
+        CHECK(content(tooShort) == noise(127));
+        CHECK_FALSE(lyrics.undoTarget().has_value());
+    }
 }
 
 TEST_CASE("a save can be undone while the file is as the save left it")

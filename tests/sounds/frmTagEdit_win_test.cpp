@@ -156,6 +156,13 @@ TEST_CASE("changes are not lost, nor made, without the user's word")
         CHECK(told.came());
         CloseHandle(held);
     }
+    {
+        const Answer told(L"OK", kBox, L"too short for lyrics");
+        editor.fill(L"Lyrics:", L"la");
+        editor.click(L"Save");
+        CHECK(told.came());
+        editor.fill(L"Lyrics:", L"");
+    }
     CHECK(editor.content() == before);
     const Answer yes(L"Yes", kBox, L"save the changes");
     CHECK(editor.form->close(CloseReason::user));

@@ -119,9 +119,16 @@ void clsWavListModel::order()
     if (column_ == Column::other)
         turn(Column::name, 0);
     order_ = rows_.sortedByName();
-    if (column_ == Column::size)
-        std::stable_sort(order_.begin(), order_.end(),
-                         [&](Index a, Index b) { return rows_.bytes(a) < rows_.bytes(b); });
+    if (column_ == Column::size) {
+        // Sizes and places side by side: a comparison that looked the sizes up would be slow.
+        std::vector<std::pair<std::uint64_t, std::size_t>> keys(order_.size());
+        for (std::size_t i = 0; i < order_.size(); ++i)
+            keys[i] = {rows_.bytes(order_[i]), i};
+        std::sort(keys.begin(), keys.end());
+        const std::vector<Index> byName = order_;
+        std::transform(keys.begin(), keys.end(), order_.begin(),
+                       [&](const auto& key) { return byName[key.second]; });
+    }
     if (descending_)
         std::reverse(order_.begin(), order_.end());
     find(typed_);

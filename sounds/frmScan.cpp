@@ -3,6 +3,7 @@
 #include "base/files.h"
 #include "base/text.h"
 #include "base/trap.h"
+#include "chat/modIcons_win.h"
 #include "core/MsgBoxEx.h"
 #include "core/modMain.h"
 #include "core/modWindowPlace.h"
@@ -70,6 +71,7 @@ FormOptions frmScan::options() const
     options.title = L"Velora - " + std::wstring(kTitle);
     options.kind = FormKind::sizable;
     options.client = {520, 360};
+    options.icon = sharedIcon(IconId::wavs, 16);
     options.place = rememberedPlace(kSection, L"ScanPosition");
     return options;
 }

@@ -3,6 +3,7 @@
 #include "base/files.h"
 #include "base/text.h"
 #include "base/trap.h"
+#include "chat/modIcons_win.h"
 #include "core/MsgBoxEx.h"
 #include "core/modWindowPlace.h"
 #include "settings/Options.h"
@@ -105,6 +106,7 @@ FormOptions frmWavCheck::options() const
     options.title = L"WavCheck";
     options.kind = FormKind::sizable;
     options.client = {380, 220};
+    options.icon = sharedIcon(IconId::wavs, 16);
     options.place = rememberedPlace(kSection, L"CheckPosition");
     return options;
 }

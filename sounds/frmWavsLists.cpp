@@ -169,6 +169,7 @@ void frmWavs::showRows(const std::wstring& selectPath)
     lblCount.setText(L"Count: " + std::to_wstring(model().count()));
     fitColumns();
     relayout();
+    lblCount.redraw(); // moved and wider: the system keeps what it had drawn of it
     showDescription();
 }
 

@@ -22,6 +22,49 @@ namespace {
 
 constexpr int kSounds[] = {10000, 100000};
 
+std::string soundName(int i)
+{
+    return "Sound " + std::to_string(i * 7919LL % 1000003) + " of my "
+           + (i % 3 ? "Cartoons" : "films") + ".wav";
+}
+
+#ifdef _WIN32
+/// Wine looks through the whole folder for each new name, in whatever case: there the system below
+/// it makes the files. False on Windows.
+bool madeBelowWine(const std::filesystem::path& folder, int sounds)
+{
+    using UnixName = char*(CDECL*)(LPCWSTR);
+    const auto unixName = reinterpret_cast<UnixName>(reinterpret_cast<void*>(
+        GetProcAddress(GetModuleHandleW(L"kernel32.dll"), "wine_get_unix_file_name")));
+    if (!unixName)
+        return false;
+    const std::filesystem::path names = folder / "names";
+    if (FILE* const list = std::fopen(names.string().c_str(), "wb")) {
+        for (int i = 0; i < sounds; ++i)
+            std::fprintf(list, "%s\n", soundName(i).c_str());
+        std::fclose(list);
+    }
+    const std::filesystem::path script = folder / "make.sh";
+    if (FILE* const text = std::fopen(script.string().c_str(), "wb")) {
+        std::fprintf(text,
+                     "cd \"$(dirname \"$0\")\" && xargs -d '\\n' touch < names && rm names $0\n");
+        std::fclose(text);
+    }
+    // It returns before the script has ended: that takes itself away at its end.
+    const std::string command = std::string("start /unix /bin/sh ") + unixName(script.c_str());
+    if (std::system(command.c_str()) != 0)
+        return false;
+    for (int i = 0; i < 1200 && std::filesystem::exists(script); ++i)
+        Sleep(100);
+    return !std::filesystem::exists(script);
+}
+#else
+bool madeBelowWine(const std::filesystem::path&, int)
+{
+    return false;
+}
+#endif
+
 /// A folder of empty sounds with names as users have them, taken away at the end.
 class Folder {
 public:
@@ -30,13 +73,10 @@ public:
     {
         std::filesystem::remove_all(path_);
         std::filesystem::create_directory(path_);
-        for (int i = 0; i < sounds; ++i) {
-            const auto file = path_
-                              / ("Sound " + std::to_string(i * 7919LL % 1000003) + " of my "
-                                 + (i % 3 ? "Cartoons" : "films") + ".wav");
-            if (FILE* const made = std::fopen(file.string().c_str(), "wb"))
-                std::fclose(made);
-        }
+        if (!madeBelowWine(path_, sounds))
+            for (int i = 0; i < sounds; ++i)
+                if (FILE* const made = std::fopen((path_ / soundName(i)).string().c_str(), "wb"))
+                    std::fclose(made);
     }
     ~Folder() { std::filesystem::remove_all(path_); }
     std::wstring path() const { return path_.wstring(); }

@@ -411,6 +411,66 @@ TEST_CASE("the wav check answers for a known and an unknown sound")
     CHECK(says(L"never heard not found!"));
 }
 
+TEST_CASE(
+    "descriptions stand in columns or under the list, and are edited once their table is there")
+{
+    Bench bench;
+    std::vector<std::wstring> tables = {L"AOL Sounds"}, edited;
+    WavDescriptions& descriptions = wavDescriptions();
+    descriptions.find = [&](const std::wstring& file) -> std::optional<WavDescription> {
+        if (file != L"Tiger.wav")
+            return std::nullopt;
+        WavDescription description;
+        description.comments = edited.empty() ? L"striped & wild" : L"edited";
+        return description;
+    };
+    descriptions.categories = [&] { return tables; };
+    descriptions.createCategory = [&](const std::wstring& name) {
+        tables.push_back(name);
+        return true;
+    };
+    descriptions.edit = [&](const std::wstring& path, const std::wstring& table) {
+        edited.push_back(table + L"|" + path);
+        return true;
+    };
+    bool open = true;
+    descriptions.editorOpen = [&] { return open; };
+    opt::Descriptions::ShowAs.set(L"Columns");
+    bench.openList();
+    bench.choose(L"Zoo");
+    const auto cell = [&](int row, int column) {
+        wchar_t text[100] = L"";
+        LVITEMW item{};
+        item.iSubItem = column;
+        item.pszText = text;
+        item.cchTextMax = 100;
+        SendMessageW(drive::child(bench.list, WC_LISTVIEWW), LVM_GETITEMTEXTW,
+                     static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&item));
+        return std::wstring(text);
+    };
+    CHECK(cell(0, 2).empty());
+    CHECK(cell(1, 0) == L"tiger");
+    CHECK(cell(1, 2) == L"striped & wild");
+    opt::Descriptions::ShowAs.set(L"Line");
+    wavDescriptionsChanged();
+    bench.find(L"tig");
+    CHECK(bench.shows(L"Comments: striped & wild"));
+
+    constexpr wchar_t kList[] = L"Velora - Wav List";
+    const auto edit = [&](const wchar_t* says, const wchar_t* answer) {
+        Steps chain(std::vector<Step>{{kList, says, answer}});
+        bench.menu(L"Sound", {'E'});
+        CHECK(drive::until([&] { return chain.done(); }));
+    };
+    edit(L"The Descriptions Editor is already open.", L"OK");
+    open = false;
+    edit(L"The category Zoo does not exist in your Wav Descriptions database.", L"No");
+    CHECK(edited.empty());
+    edit(L"Would you like to create this category now?", L"Yes");
+    CHECK(drive::until([&] { return edited == Names{L"Zoo|" + bench.zoo.file(L"Tiger.wav")}; }));
+    CHECK(bench.shows(L"Comments: edited"));
+}
+
 TEST_CASE("a scan of a directory finds sounds and makes a category of them")
 {
     Bench bench;

@@ -161,16 +161,16 @@ void frmTabIM::onCreate()
 
 void frmTabIM::applyStyle()
 {
-    LONG style = GetWindowLongW(tabIMs.hwnd(), GWL_STYLE);
-    style &= ~(TCS_BUTTONS | TCS_BOTTOM | TCS_MULTILINE | TCS_RAGGEDRIGHT);
-    style |= TCS_RAGGEDRIGHT;
+    DWORD look = TCS_RAGGEDRIGHT;
     if (mode() == buttons)
-        style |= TCS_BUTTONS;
+        look |= TCS_BUTTONS;
     if (equalNoCase(opt::IM::Position.get(), L"bottom"))
-        style |= TCS_BOTTOM;
+        look |= TCS_BOTTOM;
     if (opt::IM::MultipleRows.get())
-        style |= TCS_MULTILINE;
-    SetWindowLongW(tabIMs.hwnd(), GWL_STYLE, style);
+        look |= TCS_MULTILINE;
+    syncing_ = true;
+    tabIMs.setLook(look);
+    syncing_ = false;
 }
 
 void frmTabIM::DoResize()

@@ -179,7 +179,7 @@ void frmTabIM::optionsMenu()
     if (imRoutes().ignoredNames)
         mnuOptions.item(L"&Ignored Screen Names...", imRoutes().ignoredNames);
     if (imRoutes().autoAnswer)
-        mnuOptions.item(L"&Auto-Answer...", imRoutes().autoAnswer);
+        mnuOptions.item(L"A&uto-Answer...", imRoutes().autoAnswer);
     mnuOptions.separator();
     mnuOptions.item(L"Give IMs Bac&k to AOL", [] { setTabsOn(false); });
     if (imRoutes().showOptions)

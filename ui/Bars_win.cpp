@@ -1,12 +1,23 @@
 // Progress bar, track bar and tab strip.
 #include "ui/Controls.h"
 
+#include "base/text.h"
 #include "ui/Form.h"
 #include "ui/WinGeometry.h"
 
 #include <commctrl.h>
 
 namespace velora {
+namespace {
+
+constexpr DWORD kTabStyle = WS_TABSTOP | WS_CLIPSIBLINGS;
+
+std::wstring withoutMnemonics(std::wstring_view title)
+{
+    return replaceAll(title, L"&", L"&&");
+}
+
+} // namespace
 
 void ProgressBar::create(Form& form, int maximum)
 {
@@ -55,9 +66,23 @@ void TrackBar::onScroll()
 
 void TabStrip::create(Form& form, const std::vector<std::wstring>& titles)
 {
-    createWindow(form, WC_TABCONTROLW, L"", WS_TABSTOP | WS_CLIPSIBLINGS);
+    createWindow(form, WC_TABCONTROLW, L"", kTabStyle);
     for (const auto& title : titles)
         insert(count(), title);
+}
+
+void TabStrip::setLook(DWORD styles)
+{
+    if (!hwnd() || static_cast<DWORD>(GetWindowLongW(hwnd(), GWL_STYLE) & 0xFFFF) == styles)
+        return;
+    std::vector<std::wstring> titles;
+    for (int i = 0; i < count(); ++i)
+        titles.push_back(title(i));
+    const int present = selected();
+    remakeWindow(WC_TABCONTROLW, kTabStyle | styles);
+    for (const auto& title : titles)
+        insert(count(), title);
+    select(present);
 }
 
 int TabStrip::count() const
@@ -67,7 +92,7 @@ int TabStrip::count() const
 
 void TabStrip::insert(int index, std::wstring_view title)
 {
-    std::wstring text(title);
+    std::wstring text = withoutMnemonics(title);
     TCITEMW item = {};
     item.mask = TCIF_TEXT;
     item.pszText = text.data();
@@ -81,7 +106,7 @@ void TabStrip::remove(int index)
 
 void TabStrip::setTitle(int index, std::wstring_view title)
 {
-    std::wstring text(title);
+    std::wstring text = withoutMnemonics(title);
     TCITEMW item = {};
     item.mask = TCIF_TEXT;
     item.pszText = text.data();
@@ -97,7 +122,7 @@ std::wstring TabStrip::title(int index) const
     item.cchTextMax = 256;
     if (!send(TCM_GETITEMW, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(&item)))
         return {};
-    return item.pszText ? item.pszText : L"";
+    return item.pszText ? replaceAll(item.pszText, L"&&", L"&") : std::wstring();
 }
 
 int TabStrip::selected() const

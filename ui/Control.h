@@ -49,6 +49,8 @@ public:
 protected:
     void createWindow(Form& form, const wchar_t* windowClass, std::wstring_view text, DWORD style,
                       DWORD exStyle = 0);
+    /// For styles that cannot be changed: a new window in the place and the order of the former.
+    void remakeWindow(const wchar_t* windowClass, DWORD style);
     LRESULT send(UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const;
     virtual Size naturalSize() const;
     /// Routes the window's own messages to onMessage first.

@@ -60,6 +60,20 @@ void Control::createWindow(Form& form, const wchar_t* windowClass, std::wstring_
     setFont(font_ ? font_ : uiFont());
 }
 
+void Control::remakeWindow(const wchar_t* windowClass, DWORD style)
+{
+    Form& form = *form_;
+    const HWND former = hwnd_, before = GetWindow(former, GW_HWNDPREV);
+    const Rect where = place();
+    const std::wstring name = text();
+    std::erase(form.controls_, this);
+    release();
+    DestroyWindow(former);
+    createWindow(form, windowClass, name, style);
+    SetWindowPos(hwnd_, before ? before : HWND_TOP, where.left, where.top, where.right - where.left,
+                 where.bottom - where.top, SWP_NOACTIVATE);
+}
+
 // Only windows that a control made carry its address: a control's parent is a form of ours, and
 // both keep their user data to themselves.
 Control* Control::fromWindow(HWND window)

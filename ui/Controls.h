@@ -188,7 +188,11 @@ protected:
 class TabStrip : public Control {
 public:
     void create(Form& form, const std::vector<std::wstring>& titles = {});
+    /// The look: TCS_BUTTONS, TCS_BOTTOM, TCS_MULTILINE and such. A new one makes the window anew;
+    /// marks are lost.
+    void setLook(DWORD styles);
     int count() const;
+    /// "&" stands for itself in a title.
     void insert(int index, std::wstring_view title);
     void remove(int index);
     void setTitle(int index, std::wstring_view title);

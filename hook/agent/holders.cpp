@@ -78,8 +78,12 @@ LRESULT CALLBACK holderProc(HWND window, UINT message, WPARAM wParam, LPARAM lPa
     Holder* holder = findByWindow(window);
     switch (message) {
     case WM_SIZE:
-        if (holder && holder->im)
+        if (holder && holder->im) {
             SetWindowPos(holder->im, nullptr, 0, 0, LOWORD(lParam), HIWORD(lParam), kQuiet);
+            // Its controls move while it is not on the screen, or not all of it.
+            RedrawWindow(holder->im, nullptr, nullptr,
+                         RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ALLCHILDREN);
+        }
         return 0;
     case WM_SETFOCUS:
         if (holder && holder->im)

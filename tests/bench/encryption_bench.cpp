@@ -8,8 +8,10 @@
 #include <mcrypt.h>
 #endif
 
+#include <functional>
 #include <stdexcept>
 #include <string>
+#include <vector>
 
 using namespace velora;
 using namespace velora::bench;
@@ -23,27 +25,43 @@ constexpr double kMailAimMs = 1;
 
 const Bytes kPassword = {'p', 0, 'w', 0};
 
-#ifdef VELORA_HAS_MCRYPT
-struct Times {
-    double encrypt, decrypt;
-};
+constexpr int kRounds = 15;
 
-Times otherImplementation()
+double msOf(const std::function<void()>& body)
 {
-    std::string name = "rijndael-256", mode = "ecb";
-    MCRYPT other = mcrypt_module_open(name.data(), nullptr, mode.data(), nullptr);
-    if (other == MCRYPT_FAILED)
-        throw std::runtime_error("libmcrypt has no rijndael-256");
-    Bytes key(32), data(kMegabyte);
-    key[0] = 'p';
-    key[2] = 'w';
-    mcrypt_generic_init(other, key.data(), static_cast<int>(key.size()), nullptr);
-    const int size = static_cast<int>(data.size());
-    const Times times{medianMs(9, [&] { mcrypt_generic(other, data.data(), size); }),
-                      medianMs(9, [&] { mdecrypt_generic(other, data.data(), size); })};
-    mcrypt_generic_end(other);
-    return times;
+    const double start = clockMs();
+    body();
+    return clockMs() - start;
 }
+
+#ifdef VELORA_HAS_MCRYPT
+class OtherImplementation {
+public:
+    OtherImplementation()
+    {
+        std::string name = "rijndael-256", mode = "ecb";
+        other_ = mcrypt_module_open(name.data(), nullptr, mode.data(), nullptr);
+        if (other_ == MCRYPT_FAILED)
+            throw std::runtime_error("libmcrypt has no rijndael-256");
+        Bytes key(32);
+        key[0] = 'p';
+        key[2] = 'w';
+        mcrypt_generic_init(other_, key.data(), static_cast<int>(key.size()), nullptr);
+    }
+    ~OtherImplementation() { mcrypt_generic_end(other_); }
+    double encrypt()
+    {
+        return msOf([&] { mcrypt_generic(other_, data_.data(), kMegabyte); });
+    }
+    double decrypt()
+    {
+        return msOf([&] { mdecrypt_generic(other_, data_.data(), kMegabyte); });
+    }
+
+private:
+    MCRYPT other_;
+    Bytes data_ = Bytes(kMegabyte);
+};
 #endif
 
 } // namespace
@@ -52,17 +70,30 @@ BENCH("mail: encrypting and decrypting")
 {
     const Bytes message(kMegabyte - 4, 7);
     const Bytes cipher = clsEncryption().EncryptData(message, kPassword);
-    const double encrypt = medianMs(9, [&] { clsEncryption().EncryptData(message, kPassword); });
-    const double decrypt = medianMs(9, [&] { clsEncryption().DecryptData(cipher, kPassword); });
+    // In turns: what else the machine does weighs on all of them.
+    std::vector<double> encrypt, decrypt;
 #ifdef VELORA_HAS_MCRYPT
-    const Times other = otherImplementation();
-    report.row("libmcrypt, encrypting 1 MB", other.encrypt);
-    report.row("clsEncryption, encrypting 1 MB", encrypt, other.encrypt);
-    report.row("libmcrypt, decrypting 1 MB", other.decrypt);
-    report.row("clsEncryption, decrypting 1 MB", decrypt, other.decrypt);
+    OtherImplementation other;
+    std::vector<double> otherEncrypt, otherDecrypt;
+#endif
+    for (int round = 0; round < kRounds; ++round) {
+#ifdef VELORA_HAS_MCRYPT
+        otherEncrypt.push_back(other.encrypt());
+#endif
+        encrypt.push_back(msOf([&] { clsEncryption().EncryptData(message, kPassword); }));
+#ifdef VELORA_HAS_MCRYPT
+        otherDecrypt.push_back(other.decrypt());
+#endif
+        decrypt.push_back(msOf([&] { clsEncryption().DecryptData(cipher, kPassword); }));
+    }
+#ifdef VELORA_HAS_MCRYPT
+    report.row("libmcrypt, encrypting 1 MB", median(otherEncrypt));
+    report.row("clsEncryption, encrypting 1 MB", median(encrypt), median(otherEncrypt));
+    report.row("libmcrypt, decrypting 1 MB", median(otherDecrypt));
+    report.row("clsEncryption, decrypting 1 MB", median(decrypt), median(otherDecrypt));
 #else
-    report.row("clsEncryption, encrypting 1 MB", encrypt);
-    report.row("clsEncryption, decrypting 1 MB", decrypt);
+    report.row("clsEncryption, encrypting 1 MB", median(encrypt));
+    report.row("clsEncryption, decrypting 1 MB", median(decrypt));
 #endif
     const std::wstring text(kMailCharacters, L'x');
     const std::wstring envelope = EncryptMailText(text, L"pw");

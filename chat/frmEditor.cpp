@@ -165,7 +165,7 @@ Box frmEditor::fields()
     if (!mode.name) {
         lblPreview.create(*this, L"As it will look:");
         lblSample.create(*this, L"");
-        boxes.push_back(columns({lblPreview, grow(lblSample)}));
+        boxes.push_back(rows({lblPreview, lblSample}, kNear));
     }
     boxes.push_back(buttonRow({cmdAdd, cmdChange}));
     return rows(boxes);

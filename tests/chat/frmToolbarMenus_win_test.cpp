@@ -1,0 +1,179 @@
+// The toolbar's menus, the program's items in AOL's menus and the windows that they open, used with
+// the mouse and the keys.
+#include "base/text.h"
+#include "chat/ToolbarRoutes.h"
+#include "chat/frmEditor.h"
+#include "chat/frmMultiLine.h"
+#include "chat/modEditorLists.h"
+#include "chat/modShellOpen.h"
+#include "core/modAOL.h"
+#include "hook/AgentLink.h"
+#include "settings/Options.h"
+#include "support/drive_win.h"
+#include "support/toolbar_win.h"
+#include "ui/MessageLoop.h"
+
+#include <doctest/doctest.h>
+
+using namespace velora;
+using namespace velora::test;
+
+namespace {
+
+BOOL CALLBACK findMenu(HWND window, LPARAM found) noexcept
+{
+    wchar_t name[16] = {};
+    GetClassNameW(window, name, 16);
+    if (std::wstring_view(name) != L"#32768" || !IsWindowVisible(window))
+        return TRUE;
+    *reinterpret_cast<bool*>(found) = true;
+    return FALSE;
+}
+
+bool menuIsOpen()
+{
+    bool found = false;
+    EnumWindows(findMenu, reinterpret_cast<LPARAM>(&found));
+    return found;
+}
+
+struct Desk {
+    Desk()
+    {
+        opt::General::AutoCloseMsgBox.set(false);
+        opt::Toolbar::Position.set(L"20,0");
+        ToolbarRoutes& routes = toolbarRoutes();
+        routes.openIMs = [this] { done += "ims "; };
+        routes.exitProgram = [this] { done += "exit "; };
+        routes.ignoreMember = [this](const std::wstring& name) { done += to1252(name) + " "; };
+        shellOpen = [this](const std::wstring& file, const std::wstring&) {
+            done += to1252(file) + " ";
+            return true;
+        };
+        writeSetting(L"Commands", L"home", L"http://www.example.com/");
+        bench.load();
+        bench.enterRoom(L"Town Square");
+        bench.host.command(L"people +Rose3");
+    }
+    ~Desk() { shellOpen = formerOpen; }
+
+    /// Clicks a button of the panel and gives its menu these keys.
+    void choose(const wchar_t* button, std::initializer_list<WORD> keys)
+    {
+        REQUIRE(drive::activate(bench.host.frame()));
+        // The keys wait in the queue until the menu's own loop takes them.
+        PostMessageW(drive::child(frmToolbar::instance()->hwnd(), button), BM_CLICK, 0, 0);
+        const drive::Script script([&] {
+            CHECK(drive::until(menuIsOpen));
+            for (const WORD key : keys)
+                drive::key(key);
+        });
+        REQUIRE(drive::until([&] { return script.done() && !menuIsOpen(); }));
+    }
+
+    ToolbarBench bench;
+    std::string done; ///< what was asked for outside the room
+    std::function<bool(const std::wstring&, const std::wstring&)> formerOpen = shellOpen;
+};
+
+} // namespace
+
+TEST_CASE("each menu of the panel does what its items say")
+{
+    Desk desk;
+    const auto sent = [&] { return desk.bench.host.sent(); };
+
+    // The second of the people, "Ignore"; then the name on the clipboard.
+    desk.choose(L"People", {VK_DOWN, VK_DOWN, VK_RIGHT, 'G'});
+    CHECK(desk.done == "Rose3 ");
+    desk.choose(L"People", {VK_DOWN, VK_DOWN, VK_RIGHT, 'C'});
+    CHECK(drive::clipboardText() == L"Rose3");
+
+    const auto hugs = loadEditorList(EditorList::Hugs, {});
+    REQUIRE(hugs.size() > 1);
+    // Past "Hug" and "Hug Somebody..." to the second style.
+    desk.choose(L"Hugs", {VK_DOWN, VK_DOWN, VK_DOWN, VK_DOWN, VK_RETURN});
+    CHECK(opt::Hugs::Current.get() == hugs[1].text);
+    desk.choose(L"Hugs", {VK_DOWN, VK_RIGHT, VK_DOWN, VK_RETURN});
+    CHECK(waitFor([&] { return !sent().empty(); }));
+    CHECK(sent() == std::vector<std::wstring>{hugText(hugs[1].text, L"Rose3")});
+
+    desk.choose(L"Fader", {'F'});
+    CHECK(opt::Fader::On.get());
+    desk.choose(L"Menu", {'L'});
+    CHECK(opt::General::ChatLog.get());
+    desk.done.clear();
+    desk.choose(L"Commands", {VK_DOWN, VK_RETURN});
+    desk.choose(L"Menu", {'X'});
+    CHECK(desk.done == "http://www.example.com/ exit ");
+}
+
+TEST_CASE("the program's items stand in AOL's menus and never reach AOL")
+{
+    Desk desk;
+    REQUIRE(drive::activate(desk.bench.host.frame()));
+    // AOL's own menu loop runs in AOL: this thread only serves the toolbar.
+    drive::key('P', {VK_MENU});
+    CHECK(waitFor(menuIsOpen));
+    drive::key('V');
+    CHECK(waitFor([&] { return desk.done == "ims "; }));
+    frmToolbar::instance()->UnhookSubclasses();
+    drive::key('P', {VK_MENU});
+    CHECK(waitFor(menuIsOpen));
+    drive::key('V');
+    drive::key(VK_ESCAPE);
+    drive::key(VK_ESCAPE);
+    CHECK(waitFor([] { return !menuIsOpen(); }));
+    CHECK(desk.done == "ims ");
+}
+
+TEST_CASE("the editor takes over with Enter what was typed, and saves it")
+{
+    Desk desk;
+    REQUIRE(frmEditor::openEditor(EditorList::Commands, {}));
+    REQUIRE(drive::activate(Form::find<frmEditor>()->hwnd()));
+    drive::type(L"nws");
+    drive::key(VK_TAB);
+    drive::type(L"news");
+    drive::key(VK_RETURN); // adds
+    drive::key(VK_RETURN); // OK
+    CHECK(drive::until([] { return Form::find<frmEditor>() == nullptr; }));
+    CHECK(commandTarget(L"nws") == L"news");
+    CHECK(commandTarget(L"home") == L"http://www.example.com/");
+
+    // What is typed and not taken over is not lost without a question.
+    REQUIRE(frmEditor::openEditor(EditorList::Aliases, {}));
+    REQUIRE(drive::activate(Form::find<frmEditor>()->hwnd()));
+    drive::type(L"Rose 3");
+    REQUIRE(waitFor([&] { return textOf(GetFocus()) == L"Rose 3"; }));
+    PostMessageW(Form::find<frmEditor>()->hwnd(), WM_CLOSE, 0, 0);
+    const drive::Script stay([] { CHECK(drive::press(GetForegroundWindow(), L"No")); });
+    REQUIRE(drive::until([&] { return stay.done(); }));
+    REQUIRE(drive::until([] {
+        const frmEditor* const form = Form::find<frmEditor>();
+        return form && IsWindowEnabled(form->hwnd());
+    }));
+    REQUIRE(drive::activate(Form::find<frmEditor>()->hwnd()));
+    drive::key(VK_TAB);
+    drive::type(L"Rosie");
+    drive::key(VK_RETURN);
+    drive::key(VK_RETURN);
+    CHECK(drive::until([] { return Form::find<frmEditor>() == nullptr; }));
+    CHECK(CheckForAlias(L"rose3") == L"Rosie");
+}
+
+TEST_CASE("Ctrl+Enter in the multi-line window sends every line once")
+{
+    Desk desk;
+    opt::ChatExtender::CharsInLine.set(20);
+    opt::ChatExtender::MultilineBurst.set(L"0.10");
+    frmMultiLine::showWindow();
+    REQUIRE(drive::activate(Form::find<frmMultiLine>()->hwnd()));
+    drive::type(L"one two three four five six");
+    drive::key(VK_RETURN);
+    drive::type(L"seven");
+    drive::key(VK_RETURN, {VK_CONTROL});
+    const std::vector<std::wstring> lines{L"one two three four", L"five six", L"seven"};
+    CHECK(drive::until([&] { return desk.bench.host.sent() == lines; }));
+    CHECK(Form::find<frmMultiLine>()->isOpen());
+}

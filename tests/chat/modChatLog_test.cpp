@@ -71,3 +71,14 @@ TEST_CASE("records are one line and cannot be forged")
     CHECK(log.line(L"Joe", std::wstring(L"a\0b", 3), false, kEvening)[1].text == L"Joe:\ta b\r\n");
     CHECK(log.room() == L"Chat");
 }
+
+TEST_CASE("64 KB of anything is one record, kept whole")
+{
+    constexpr std::size_t kLong = 65536;
+    for (const wchar_t c : {L'a', L'\r', L'\n', L'\0', L'\t', L'"', L'{'}) {
+        const std::wstring record = lineRecord(L"Joe", std::wstring(kLong, c));
+        CHECK(record.size() == kLong + 7); // "Joe:", the tab and the line end
+        CHECK(record.find(L"\r\n") == record.size() - 2);
+        CHECK(record.find_first_of(std::wstring(L"\r\n\0", 3)) == record.size() - 2);
+    }
+}

@@ -11,7 +11,7 @@ namespace {
 constexpr DWORD kKnockTimeout = 300;    // ms; an AOL that is busy is left alone
 constexpr DWORD kBootTimeout = 3000;    // ms
 constexpr DWORD kVerdictTimeout = 2000; // ms
-constexpr DWORD kSettleTime = 80;       // ms
+constexpr DWORD kSettleTime = 40;       // ms
 constexpr wchar_t kDllName[] = L"dwspy36.dll";
 
 std::wstring withDll(std::wstring folder)

@@ -11,8 +11,10 @@
 #include "sounds/modDescriptions.h"
 #include "support/aolhost_win.h"
 #include "support/drive_win.h"
+#include "support/install_win.h"
 #include "support/memory_store.h"
 #include "support/tempdir.h"
+#include "support/wavfile.h"
 #include "ui/MessageLoop.h"
 #include "ui/Timer.h"
 
@@ -447,4 +449,33 @@ TEST_CASE_FIXTURE(Window, "what the wav list asks of the descriptions")
     open();
     CHECK(routes.editorOpen());
     wavDescriptions() = {};
+}
+
+TEST_CASE("the real program sends a described sound with its description")
+{
+    const Installation installed;
+    Installation::putSetting(L"General", L"AutoCloseMsgBox", false);
+    Installation::putSetting(L"Descriptions", L"SendToRoom", true);
+    {
+        clsDatabase db(installed.file(L"data"), {.message = [](const std::wstring&, int) {}});
+        REQUIRE(db.Init());
+        db.SetTable(L"AOL Sounds");
+        REQUIRE(db.AddRecords({described(L"lion.wav", L"a lion")}).added == 1);
+    }
+    AolHost host;
+    makeFolder(host.folder() + L"\\sounds");
+    replaceFile(host.folder() + L"\\sounds\\lion.wav", wavFile(100));
+    const Process velora = installed.start();
+    const HWND panel = windowShowing(velora.id(), L"Velora Toolbar");
+    REQUIRE(panel);
+    host.enterRoom();
+    REQUIRE(drive::press(panel, L"Wav List"));
+    const HWND list = drive::window(L"Velora - Wav List");
+    REQUIRE(drive::activate(list));
+    drive::type(L"lion");
+    REQUIRE(drive::until([&] { return drive::child(list, L"Count: 1") != nullptr; }));
+    REQUIRE(drive::press(list, L"Send"));
+    CHECK(drive::until([&] {
+        return host.sent() == std::vector<std::wstring>{L"{S lion}", L"Descrip: a lion"};
+    }));
 }

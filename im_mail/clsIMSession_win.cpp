@@ -40,9 +40,13 @@ bool isRich(HWND control)
 
 bool fromInternet(HWND window)
 {
-    for (int which = 1; const HWND text = FindChildByClass(window, L"_AOL_Static", which); ++which)
-        if (isInternetSenderText(GetAPITextEx(text, 200)))
+    for (int which = 1; const HWND text = FindChildByClass(window, L"_AOL_Static", which);
+         ++which) {
+        // Most of AOL's controls show their text outside; only the others need be asked.
+        const std::wstring caption = windowCaption(text);
+        if (isInternetSenderText(caption.empty() ? GetAPITextEx(text, 200) : caption))
             return true;
+    }
     return false;
 }
 

@@ -1,5 +1,6 @@
 #include "im_mail/modIMServices.h"
 
+#include "base/trap.h"
 #include "core/MsgBoxEx.h"
 #include "im_mail/frmAlert.h"
 #include "im_mail/frmAnswered.h"
@@ -7,12 +8,17 @@
 #include "im_mail/frmEditNotes.h"
 #include "im_mail/frmIgnored.h"
 #include "im_mail/modIMAnswer.h"
+#include "im_mail/modIM_Manager.h"
 #include "im_mail/modTempIgnore.h"
 #include "settings/Options.h"
 #include "sounds/modPlayback.h"
 
+#include <deque>
+
 namespace velora {
 namespace {
+
+constexpr char kModule[] = "modIMServices";
 
 IMSubscription& subscription()
 {
@@ -41,6 +47,59 @@ void onMessage(const IMInfo& im, const std::wstring& fresh)
     AnswerIM(im);
 }
 
+/// IMs from the internet that wait to be accepted. One question at a time; what more strangers
+/// write meanwhile waits its turn.
+struct Newcomers {
+    std::deque<IMInfo> waiting;
+    bool asking = false;
+};
+Newcomers& newcomers()
+{
+    static Newcomers present;
+    return present;
+}
+constexpr std::size_t kMostNewcomers = 50;
+
+bool accepts(const IMInfo& im)
+{
+    return MsgBoxEx(L"~B" + literal(im.screenName)
+                        + L"~B writes to you from the internet.~N ~NDo you want to accept this "
+                          L"Instant Message?",
+                    kMsgYesNo | kMsgQuestion, L"Instant Message")
+           == kAnswerYes;
+}
+
+void askNewcomers()
+{
+    Newcomers& present = newcomers();
+    if (present.asking)
+        return;
+    present.asking = true;
+    trap(kModule, [&] {
+        while (!present.waiting.empty()) {
+            const IMInfo im = present.waiting.front();
+            present.waiting.pop_front();
+            const auto window = reinterpret_cast<HWND>(im.window);
+            if (!imSession(window))
+                continue;
+            if (accepts(im))
+                onMessage(im, im.text);
+            else
+                CloseUNT(window);
+        }
+    });
+    present.asking = false;
+}
+
+void onNewIM(const IMInfo& im)
+{
+    if (!im.internet || opt::IM::AutoAcceptAIM.get())
+        return onMessage(im, im.text);
+    if (newcomers().waiting.size() < kMostNewcomers)
+        newcomers().waiting.push_back(im);
+    askNewcomers();
+}
+
 } // namespace
 
 void startIMServices(IMServiceRoutes manager)
@@ -52,7 +111,7 @@ void startIMServices(IMServiceRoutes manager)
             frmAnswered::add(sender);
     });
     IMEvents events;
-    events.onNewIM = [](const IMInfo& im) { onMessage(im, im.text); };
+    events.onNewIM = onNewIM;
     events.onNewText = onMessage;
     subscription() = observeIMs(std::move(events));
 
@@ -68,6 +127,7 @@ void startIMServices(IMServiceRoutes manager)
 void endIMServices()
 {
     subscription() = {};
+    newcomers().waiting.clear();
     endAnswers();
 }
 

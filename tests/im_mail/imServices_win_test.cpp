@@ -7,6 +7,7 @@
 #include "im_mail/modIMAnswer.h"
 #include "settings/Options.h"
 #include "sounds/modPlayback.h"
+#include "support/answer_win.h"
 #include "support/drive_win.h"
 #include "support/imbench_win.h"
 
@@ -51,4 +52,23 @@ TEST_CASE("a taken IM raises the alert and is answered, with the tabs on and off
         endIMServices();
         imRoutes() = {};
     }
+}
+
+TEST_CASE(
+    "with AutoAcceptAIM off the user is asked about IMs from the internet, one after the other")
+{
+    IMBench bench({.version = 6});
+    startIMServices({.focusIM = [](WindowId) {}, .adjustIMWindow = ShowButtons_AU});
+    opt::IM::AutoAcceptAIM.set(false);
+    opt::IM::DisplayAlert.set(false);
+    Answer yes(L"Yes", L"Velora - Instant Message", L"Ann~B writes");
+    Answer no(L"No", L"Velora - Instant Message", L"Mallory writes");
+    bench.host.command(L"internetim Ann~B: hello");
+    bench.host.command(L"internetim Mallory: buy this");
+    REQUIRE(bench.arrive(L"Rose3", L"a member is not asked about"));
+    CHECK(waitFor([&] { return yes.came() && no.came(); }));
+    CHECK(bench.happened(L"closed Mallory"));
+    CHECK(bench.taken(L"Ann~B"));
+    endIMServices();
+    imRoutes() = {};
 }

@@ -4,8 +4,13 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace velora {
+
+/// The names behind a path's drive ("C:\x\y.wav" gives x and y.wav; natively the root counts as a
+/// drive); absent when the path begins with none.
+std::optional<std::vector<std::wstring>> namesBehindDrive(std::wstring_view path);
 
 /// Size and time of a file's last change as one text; empty when it is not there.
 std::wstring fileStamp(const std::wstring& path);

@@ -8,6 +8,13 @@
 
 namespace velora {
 
+std::optional<std::vector<std::wstring>> namesBehindDrive(std::wstring_view path)
+{
+    if (!path.starts_with(L'/'))
+        return std::nullopt;
+    return split(path.substr(1), L'/');
+}
+
 std::wstring fileStamp(const std::wstring& path)
 {
     struct stat data;

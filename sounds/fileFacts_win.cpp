@@ -1,6 +1,7 @@
 #include "sounds/fileFacts.h"
 
 #include "base/handles.h"
+#include "base/text.h"
 #include "base/win.h"
 
 namespace velora {
@@ -17,6 +18,14 @@ std::optional<Data> dataOf(const std::wstring& path)
 }
 
 } // namespace
+
+std::optional<std::vector<std::wstring>> namesBehindDrive(std::wstring_view path)
+{
+    const wchar_t drive = path.empty() ? L'\0' : lowerChar(path[0]);
+    if (path.size() < 3 || drive < L'a' || drive > L'z' || path[1] != L':' || path[2] != L'\\')
+        return std::nullopt;
+    return split(path.substr(3), L'\\');
+}
 
 std::wstring fileStamp(const std::wstring& path)
 {

@@ -57,8 +57,8 @@ BOOL CALLBACK findHeld(HWND window, LPARAM data) noexcept
 {
     trap(kModule, [&] {
         auto& wanted = *reinterpret_cast<HeldSearch*>(data);
-        if (!wanted.edit && GetWindow(window, GW_OWNER) == wanted.manager
-            && IsWindowVisible(window) && isAolWindow(window))
+        if (!wanted.edit && GetWindow(window, GW_OWNER) == wanted.manager && IsWindowVisible(window)
+            && isAolWindow(window))
             wanted.edit = typingEdit(FindChildByClass(window, L"AOL Child"));
     });
     return TRUE;

@@ -3,6 +3,7 @@
 #include "base/files.h"
 #include "base/safename.h"
 #include "base/text.h"
+#include "sounds/fileFacts.h"
 
 #include <algorithm>
 
@@ -12,21 +13,10 @@ namespace {
 /// "C:\" and plain names behind it.
 bool isPlainDrivePath(std::wstring_view path)
 {
-#ifdef _WIN32
-    const wchar_t drive = path.empty() ? L'\0' : lowerChar(path[0]);
-    if (path.size() < 3 || drive < L'a' || drive > L'z' || path[1] != L':' || path[2] != L'\\')
-        return false;
-    const std::wstring_view rest = path.substr(3);
-    constexpr wchar_t kSeparator = L'\\';
-#else
-    if (!path.starts_with(L'/'))
-        return false;
-    const std::wstring_view rest = path.substr(1);
-    constexpr wchar_t kSeparator = L'/';
-#endif
-    const std::vector<std::wstring> parts = split(rest, kSeparator);
-    return std::all_of(parts.begin(), parts.end(),
-                       [](const std::wstring& part) { return isPlainFileName(part); });
+    const auto names = namesBehindDrive(path);
+    return names && std::all_of(names->begin(), names->end(), [](const std::wstring& name) {
+               return isPlainFileName(name);
+           });
 }
 
 } // namespace

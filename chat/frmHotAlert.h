@@ -1,13 +1,12 @@
 #pragma once
-#include "ui/Controls.h"
-#include "ui/Form.h"
+#include "ui/CornerForm.h"
 #include "ui/Timer.h"
 
 namespace velora {
 
 /// Says that a hot word was said, in the lower right corner of the screen. Takes no focus, goes by
 /// itself; a click brings AOL to the front.
-class frmHotAlert final : public Form {
+class frmHotAlert final : public CornerForm {
 public:
     frmHotAlert(std::wstring word, std::wstring screenName, std::wstring message);
     /// Shows an alert in place of one that is still there; at most one every ten seconds.
@@ -15,9 +14,7 @@ public:
                       const std::wstring& message);
 
 protected:
-    FormOptions options() const override;
     void onCreate() override;
-    void onPaint(HDC dc, const Rect& client) override;
 
 private:
     void toAol();
@@ -25,7 +22,6 @@ private:
     std::wstring word_, screenName_, message_;
     Timer tmrClose;
     Label lblWord, lblName, lblMessage;
-    Button cmdClose;
 };
 
 } // namespace velora

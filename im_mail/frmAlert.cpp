@@ -11,7 +11,6 @@
 #include "sounds/modSounds.h"
 #include "ui/Fonts.h"
 #include "ui/MessageLoop.h"
-#include "ui/Placement.h"
 #include "ui/WinGeometry.h"
 
 #include <algorithm>
@@ -23,9 +22,9 @@ constexpr char kModule[] = "frmAlert";
 constexpr Size kSize{290, 104};
 constexpr int kSteps = 10;
 constexpr UINT kSlideMs = 15, kFlashMs = 250;
-constexpr COLORREF kPaper = RGB(255, 255, 240);
-constexpr COLORREF kEdge = RGB(64, 96, 160);
 constexpr int kEdgeWidth = 4;
+constexpr CornerForm::Look kLook{L"Velora - Instant Message", kSize, RGB(255, 255, 240),
+                                 RGB(64, 96, 160), kEdgeWidth};
 constexpr std::size_t kMostSenders = 300;
 constexpr DWORD kSoundPauseMs = 3000; // a flood makes no drum roll
 
@@ -57,7 +56,7 @@ void playAlertWav()
 
 } // namespace
 
-frmAlert::frmAlert() : Form(kModule) {}
+frmAlert::frmAlert() : CornerForm(kModule, kLook) {}
 
 void frmAlert::setFocusRoute(std::function<void(WindowId)> route)
 {
@@ -80,29 +79,18 @@ void frmAlert::ShowAlert(const IMInfo& im, const std::wstring& message)
     });
 }
 
-FormOptions frmAlert::options() const
+Rect frmAlert::corner(const Rect& screen, Size size) const
 {
-    FormOptions options;
-    options.title = L"Velora - Instant Message";
-    options.kind = FormKind::panel;
-    options.topmost = true;
-    options.activates = false;
-    options.client = kSize;
-    const std::vector<Rect> areas = monitorAreas();
-    if (!areas.empty())
-        options.place = alertPlace(opt::IM::AlertPos.get(), areas[0], kSize);
-    return options;
+    return alertPlace(opt::IM::AlertPos.get(), screen, size);
 }
 
 void frmAlert::onCreate()
 {
-    paper_ = kPaper;
-    ink_ = static_cast<COLORREF>(ContrastingColor(static_cast<int>(paper_)));
+    ink_ = static_cast<COLORREF>(ContrastingColor(static_cast<int>(paper())));
     lblTitle.createDrawn(*this, L"Instant Message from", [this](HDC dc, const Rect& area) {
         drawText(dc, area, L"Instant Message from", false, false);
     });
-    cmdClose.create(*this, L"\u00D7", [this] { FormExitUp(); });
-    cmdClose.setPreferredSize({22, 20});
+    createClose([this] { FormExitUp(); });
     lblName.createDrawn(
         *this, L"", [this](HDC dc, const Rect& area) { drawText(dc, area, name_, true, false); });
     lblMessage.createDrawn(*this, L"", [this](HDC dc, const Rect& area) {
@@ -189,8 +177,8 @@ void frmAlert::flash()
 {
     flashTick_ = 0;
     const auto tick = [this] {
-        const auto colour = static_cast<COLORREF>(opt::IM::FlashColor.get()) & 0xFFFFFFu;
-        setPaper(flashesAt(flashTick_) ? colour : kPaper);
+        const auto flash = static_cast<COLORREF>(opt::IM::FlashColor.get()) & 0xFFFFFFu;
+        colour(flashesAt(flashTick_) ? flash : kLook.paper);
         if (++flashTick_ >= 2 * kFlashes)
             tmrFlash.stop();
     };
@@ -204,11 +192,10 @@ void frmAlert::stay()
     tmrWait.startOnce(static_cast<UINT>(seconds) * 1000, [this] { FormExitUp(); });
 }
 
-void frmAlert::setPaper(COLORREF paper)
+void frmAlert::colour(COLORREF paper)
 {
-    paper_ = paper;
     ink_ = static_cast<COLORREF>(ContrastingColor(static_cast<int>(paper)));
-    InvalidateRect(hwnd(), nullptr, TRUE);
+    setPaper(paper);
     for (Label* label : {&lblTitle, &lblName, &lblMessage, &lblCount})
         label->redraw();
 }
@@ -217,24 +204,14 @@ void frmAlert::drawText(HDC dc, const Rect& area, const std::wstring& text, bool
                         bool wraps) const
 {
     RECT where = toRECT(area);
-    const Brush paper(CreateSolidBrush(paper_));
-    FillRect(dc, &where, paper.get());
+    const Brush back(CreateSolidBrush(paper()));
+    FillRect(dc, &where, back.get());
     SetBkMode(dc, TRANSPARENT);
     SetTextColor(dc, ink_);
     SelectObject(dc, uiFont({.bold = bold}));
     const UINT how = wraps ? DT_WORDBREAK | DT_EDITCONTROL : DT_SINGLELINE | DT_VCENTER;
     DrawTextW(dc, text.c_str(), static_cast<int>(text.size()), &where,
               how | DT_NOPREFIX | DT_END_ELLIPSIS);
-}
-
-void frmAlert::onPaint(HDC dc, const Rect& client)
-{
-    RECT all = toRECT(client);
-    const Brush paper(CreateSolidBrush(paper_)), edge(CreateSolidBrush(kEdge));
-    FillRect(dc, &all, paper.get());
-    const RECT stripe{all.left, all.top, all.left + kEdgeWidth, all.bottom};
-    FillRect(dc, &stripe, edge.get());
-    FrameRect(dc, &all, edge.get());
 }
 
 void frmAlert::FocusAOL()

@@ -2,8 +2,7 @@
 // The popup that tells of a new instant message. There is one at a time: what comes while it is
 // open changes what it says. It never takes the focus.
 #include "im_mail/IMEvents.h"
-#include "ui/Controls.h"
-#include "ui/Form.h"
+#include "ui/CornerForm.h"
 #include "ui/Timer.h"
 #include "ui/ToolTip.h"
 
@@ -12,7 +11,7 @@
 
 namespace velora {
 
-class frmAlert final : public Form {
+class frmAlert final : public CornerForm {
 public:
     frmAlert();
 
@@ -25,9 +24,8 @@ public:
     static void setFocusRoute(std::function<void(WindowId im)> route);
 
 protected:
-    FormOptions options() const override;
     void onCreate() override;
-    void onPaint(HDC dc, const Rect& client) override;
+    Rect corner(const Rect& screen, Size size) const override;
 
 private:
     void tell(const IMInfo& im, const std::wstring& message);
@@ -38,19 +36,19 @@ private:
     void stay();
     void FocusAOL();
     void ignore();
-    void setPaper(COLORREF paper);
+    void colour(COLORREF paper);
     void drawText(HDC dc, const Rect& area, const std::wstring& text, bool bold, bool wraps) const;
 
     Timer tmrSlide, tmrFlash, tmrWait;
     ToolTip tips;
     Label lblTitle, lblName, lblMessage, lblCount;
-    Button cmdIgnore, cmdClose;
+    Button cmdIgnore;
 
     WindowId im_ = 0;
     std::wstring name_, message_;
     std::size_t messages_ = 0;
     std::set<std::wstring> senders_;
-    COLORREF paper_ = 0, ink_ = 0;
+    COLORREF ink_ = 0;
     int step_ = 0, flashTick_ = 0;
     bool leaving_ = false;
 };

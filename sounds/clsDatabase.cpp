@@ -81,11 +81,27 @@ const std::vector<std::wstring>& clsDatabase::tables()
 DaoRecordset& clsDatabase::recordset(std::wstring_view table)
 {
     const auto found = recordsets_.find(table);
-    if (found != recordsets_.end())
+    if (found != recordsets_.end() && found->second)
         return *found->second;
     auto opened = database().openRecordset(table);
     opened->setIndex(kIndex);
-    return *recordsets_.emplace(table, std::move(opened)).first->second;
+    return *(recordsets_[std::wstring(table)] = std::move(opened));
+}
+
+DaoRecordset* clsDatabase::searchable(const std::wstring& table)
+{
+    const auto found = recordsets_.find(table);
+    if (found != recordsets_.end())
+        return found->second.get();
+    try {
+        return &recordset(table);
+    } catch (const JetError& error) {
+        if (endsUse(error.number()))
+            throw;
+        reportCurrentException(kModule, "IsMatch");
+        recordsets_[table] = nullptr;
+        return nullptr;
+    }
 }
 
 void clsDatabase::inTransaction(const std::function<void()>& body)
@@ -137,10 +153,10 @@ bool clsDatabase::IsMatch(std::wstring_view fileName)
             try {
                 const std::wstring key = cutToSize(fileName, kDescriptionFields.front().size);
                 for (const std::wstring& table : tables()) {
-                    DaoRecordset& set = recordset(table);
-                    if (!set.seek(key))
+                    DaoRecordset* const set = searchable(table);
+                    if (!set || !set->seek(key))
                         continue;
-                    load(set);
+                    load(*set);
                     matchTable_ = table;
                     return true;
                 }

@@ -113,6 +113,9 @@ private:
     DaoDatabase& database();
     /// The open table, on its index; kept open until the tables change.
     DaoRecordset& recordset(std::wstring_view table);
+    /// Null for a table of somebody else's making that has no such index: told once, then passed
+    /// over.
+    DaoRecordset* searchable(const std::wstring& table);
     void tablesChanged();
     const std::vector<std::wstring>& tables();
     void load(DaoRecordset& set);

@@ -1,6 +1,7 @@
 // The description database over the embedded engine, on the disk.
 #include "base/files.h"
 #include "base/text.h"
+#include "base/trap.h"
 #include "core/MsgBoxEx.h"
 #include "sounds/clsDatabase.h"
 #include "sounds/clsMP3.h"
@@ -140,6 +141,23 @@ TEST_CASE("a name held in two categories: the first in the database's order answ
     CHECK(bench.add(L"AOL Sounds", {L"ding.wav", L"of AOL"}));
     REQUIRE(bench.db.IsMatch(L"ding.wav"));
     CHECK(bench.db.Title() == L"of AOL");
+}
+
+TEST_CASE("a table of another program's making hides no description and is reported once")
+{
+    static int reports;
+    reports = 0;
+    const ErrorSink former = setErrorSink([](const ErrorRecord&) noexcept { ++reports; });
+    Bench bench;
+    REQUIRE(bench.db.Init());
+    CHECK(bench.add(L"AOL Sounds", {L"x.wav", L"X"}));
+    bench.db.close();
+    clsJetDatabase::openDatabase(bench.db.DatabasePath())->appendTable({L"AAA", {{L"Other"}}, {}});
+    REQUIRE(bench.db.Init());
+    for (int i = 0; i < 3; ++i)
+        CHECK(bench.db.IsMatch(L"x.wav"));
+    CHECK(reports == 1);
+    setErrorSink(former);
 }
 
 TEST_CASE("categories are added, renamed and deleted; the engine's own are invisible")

@@ -42,8 +42,9 @@ void clsFolderWatch::signalled()
     if (!FindNextChangeNotification(handle_.get()))
         stop();
     settle_.startOnce(kSettleMs, [this] {
-        if (changed_)
-            changed_();
+        // What is told may watch another folder, with another listener.
+        if (const auto changed = changed_)
+            changed();
     });
 }
 

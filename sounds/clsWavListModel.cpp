@@ -141,8 +141,9 @@ std::wstring clsWavListModel::name(int index) const
 
 int clsWavListModel::indexOf(std::wstring_view path) const
 {
+    const std::wstring_view file = path.substr(path.find_last_of(L"\\/") + 1);
     for (int i = 0; i < count(); ++i)
-        if (this->path(i) == path)
+        if (rows_.fileName(at(i)) == file && this->path(i) == path)
             return i;
     return -1;
 }

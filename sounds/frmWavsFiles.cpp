@@ -5,6 +5,7 @@
 #include "base/trap.h"
 #include "core/MsgBoxEx.h"
 #include "core/modAOL.h"
+#include "core/modMain.h"
 #include "hook/aolSend.h"
 #include "sounds/frmWavs.h"
 #include "sounds/modFavWavs.h"
@@ -108,7 +109,10 @@ void frmWavs::printList()
         const std::vector<ListedSound> sounds = listedSounds();
         const ListMail mail =
             listMail(everywhere_ ? L"Found: " + library_.typed() : source().name, sounds);
-        if (!setAolText(body, mail.html))
+        // Behind what the user has written there.
+        const std::optional<std::wstring> written = aolText(body);
+        if (!written
+            || !setAolText(body, trimView(*written).empty() ? mail.html : *written + mail.html))
             return;
         const bool all = mail.sounds == sounds.size();
         showStatus(
@@ -120,7 +124,7 @@ void frmWavs::printList()
 void frmWavs::saveList()
 {
     trap(kModule, [&] {
-        const std::wstring& folder = aol().folder;
+        const std::wstring folder = aol().folder.empty() ? AppPath() : aol().folder;
         const std::wstring name = trim(InputBoxEx(
             L"Please enter a filename you want to name your Sound List file as.~N ~NYour file will "
             L"be saved in Text (.txt) format in your current AOL folder: ~B~CB"

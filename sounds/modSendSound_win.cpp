@@ -19,7 +19,6 @@ namespace {
 
 constexpr char kModule[] = "modSendSound";
 constexpr UINT kDescriptionPause = 1500; // ms
-constexpr wchar_t kImWindow[] = L"Velora IM Manager";
 
 std::wstring faded(std::wstring line)
 {
@@ -50,36 +49,27 @@ HWND editOf(HWND document)
 }
 
 struct HeldSearch {
-    HWND manager, edit;
+    HWND owner, edit;
 };
 
 BOOL CALLBACK findHeld(HWND window, LPARAM data) noexcept
 {
     trap(kModule, [&] {
         auto& wanted = *reinterpret_cast<HeldSearch*>(data);
-        if (!wanted.edit && GetWindow(window, GW_OWNER) == wanted.manager && IsWindowVisible(window)
+        if (!wanted.edit && GetWindow(window, GW_OWNER) == wanted.owner && IsWindowVisible(window)
             && isAolWindow(window))
             wanted.edit = typingEdit(FindChildByClass(window, L"AOL Child"));
     });
     return TRUE;
 }
 
-/// The instant message that the IM manager holds: it lies in a window of AOL's that the manager
-/// owns.
-HWND heldImEdit(HWND manager)
+/// The box of the instant message that a form of ours holds: it lies in a window of AOL's that the
+/// form owns.
+HWND heldImEdit(HWND form)
 {
-    HeldSearch search{manager, nullptr};
+    HeldSearch search{form, nullptr};
     EnumWindows(findHeld, reinterpret_cast<LPARAM>(&search));
     return search.edit;
-}
-
-HWND imManager()
-{
-    for (const Form* const form : Form::all())
-        if (IsWindowVisible(form->hwnd()) && !IsIconic(form->hwnd())
-            && form->title().find(kImWindow) != std::wstring::npos)
-            return form->hwnd();
-    return nullptr;
 }
 
 /// Whether the first window lies before the second.
@@ -124,9 +114,11 @@ HWND soundEditInFront()
     return trap(
         kModule,
         []() -> HWND {
-            if (const HWND manager = imManager(); manager && before(manager, AOLWindow()))
-                if (const HWND edit = heldImEdit(manager))
-                    return edit;
+            for (const Form* const form : Form::all())
+                if (IsWindowVisible(form->hwnd()) && !IsIconic(form->hwnd())
+                    && before(form->hwnd(), AOLWindow()))
+                    if (const HWND edit = heldImEdit(form->hwnd()))
+                        return edit;
             const HWND mdi = AOLMDI();
             return mdi ? editOf(GetTopWindow(mdi)) : nullptr;
         },

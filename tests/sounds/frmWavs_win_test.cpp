@@ -12,10 +12,12 @@
 #include "sounds/frmWavCheck.h"
 #include "sounds/modFavWavs.h"
 #include "sounds/modPlayback.h"
+#include "sounds/modSendSound.h"
 #include "sounds/modSounds.h"
 #include "sounds/modWavLibrary.h"
 #include "support/answer_win.h"
 #include "support/drive_win.h"
+#include "support/imbench_win.h"
 #include "support/steps_win.h"
 #include "support/tempdir.h"
 #include "support/toolbar_win.h"
@@ -141,6 +143,12 @@ TEST_CASE("choose a category, find by typing, hear, and send in every way")
     CHECK(bench.shows(L"Count: 3"));
     deleteFile(bench.zoo.file(L"bear.wav"));
     CHECK(bench.shows(L"Count: 2"));
+
+    // The arrows move in the list while the find has the focus.
+    drive::key(VK_DOWN);
+    CHECK(drive::until([] { return frmWavs::instance()->selectedPath().ends_with(L"lion.wav"); }));
+    drive::key(VK_DOWN);
+    CHECK(drive::until([] { return frmWavs::instance()->selectedPath().ends_with(L"Tiger.wav"); }));
 
     // Over all lists: it lies in the group.
     drive::type(L"roa");
@@ -332,9 +340,12 @@ TEST_CASE("a file is attached, deleted and copied, the list saved and written in
     const HWND mail = bench.host.document(L"Write Mail");
     REQUIRE(mail);
     bench.find(L"");
+    // What is written in it stays.
+    REQUIRE(setAolText(childOfClass(mail, L"RICHCNTL"), L"Dear Joe,"));
     bench.menu(L"List", {'W'});
     CHECK(bench.shows(L"The list is in your mail"));
     const std::wstring body = aolText(childOfClass(mail, L"RICHCNTL")).value_or(L"");
+    CHECK(body.starts_with(L"Dear Joe,<HTML>"));
     CHECK(body.find(L"Zoo</FONT>") != body.npos);
     CHECK(body.find(L"<B>tiger</B>") != body.npos);
 
@@ -456,6 +467,40 @@ TEST_CASE(
     bench.find(L"tig");
     CHECK(bench.shows(L"Comments: striped & wild"));
 
+    // Under the mouse, in a balloon of its own.
+    opt::Descriptions::ShowAs.set(L"ToolTip");
+    wavDescriptionsChanged();
+    bench.find(L"");
+    RECT row{LVIR_BOUNDS, 0, 0, 0};
+    const HWND rows = drive::child(bench.list, WC_LISTVIEWW);
+    SendMessageW(rows, LVM_GETITEMRECT, 1, reinterpret_cast<LPARAM>(&row));
+    POINT at{row.left + 30, row.top + 5};
+    ClientToScreen(rows, &at);
+    SetCursorPos(at.x, at.y);
+    SendMessageW(rows, WM_MOUSEHOVER, 0, 0);
+    const auto tip = [] {
+        for (HWND window = nullptr;
+             (window = FindWindowExW(nullptr, window, TOOLTIPS_CLASSW, nullptr)) != nullptr;) {
+            wchar_t words[200] = L"";
+            TOOLINFOW info{};
+            info.cbSize = TTTOOLINFOW_V2_SIZE;
+            info.lpszText = words;
+            DWORD process = 0;
+            GetWindowThreadProcessId(window, &process);
+            if (process == GetCurrentProcessId() && IsWindowVisible(window)
+                && SendMessageW(window, TTM_GETCURRENTTOOLW, 0, reinterpret_cast<LPARAM>(&info))
+                && std::wstring(words) == L"Comments: striped & wild")
+                return true;
+        }
+        return false;
+    };
+    CHECK(drive::until(tip));
+    SendMessageW(rows, WM_MOUSELEAVE, 0, 0);
+    CHECK_FALSE(tip());
+    opt::Descriptions::ShowAs.set(L"Line");
+    wavDescriptionsChanged();
+    bench.find(L"tig");
+
     constexpr wchar_t kList[] = L"Velora - Wav List";
     const auto edit = [&](const wchar_t* says, const wchar_t* answer) {
         Steps chain(std::vector<Step>{{kList, says, answer}});
@@ -498,4 +543,26 @@ TEST_CASE("a scan of a directory finds sounds and makes a category of them")
     REQUIRE(drive::press(scan, L"Cancel"));
     CHECK(drive::until([&] { return drive::child(scan, L"Close") != nullptr; }));
     CHECK(IsWindow(scan));
+}
+
+TEST_CASE("with the IM manager before AOL a sound goes into the IM that it shows")
+{
+    IMBench im;
+    im.host.enterRoom(L"Town Square");
+    REQUIRE(im.arrive(L"Rose3", L"hi"));
+    im.type(L"Rose3", L"listen: ");
+    frmTabIM* const manager = frmTabIM::instance();
+    REQUIRE(manager);
+    manager->bringToFront();
+    CHECK(drive::until([] { return soundEditInFront() != nullptr; }));
+    REQUIRE(sendSound({L"{S lion}", {}, true}));
+    CHECK(drive::until([] {
+        const auto text = aolText(IMBench::session(L"Rose3")->parts().reply).value_or(L"");
+        return text.find(L"{S lion}") != text.npos && text.find(L"listen: ") != text.npos;
+    }));
+    CHECK(im.host.sent().empty());
+    manager->hideQuietly();
+    REQUIRE(AOL_FindChat());
+    REQUIRE(sendSound({L"{S lion}", {}, true}));
+    CHECK(drive::until([&] { return im.host.sent() == Names{L"{S lion}"}; }));
 }

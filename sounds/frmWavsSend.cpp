@@ -206,8 +206,8 @@ void frmWavs::showTip(int row)
     rowTip_.setBalloonShape(opt::Descriptions::UseBalloon.get());
     rowTip_.setColours(systemColour(opt::Descriptions::Textcolor.get()),
                        systemColour(opt::Descriptions::Backcolor.get()));
-    rowTip_.showBalloon(*this, {static_cast<int>(at.x), static_cast<int>(at.y)}, model().name(row),
-                        text, ToolTip::Sign::none, 10000);
+    rowTip_.showBalloon(*this, {static_cast<int>(at.x), static_cast<int>(at.y)}, {},
+                        model().name(row) + L"\r\n" + text, ToolTip::Sign::none, 10000);
 }
 
 void frmWavs::editTag()

@@ -102,6 +102,11 @@ Counts countsOf(HANDLE process, DWORD id)
 {
     Counts counts;
     GetProcessHandleCount(process, &counts.handles);
+    // Wine does not count them, but gives a new one the lowest number that is free.
+    if (counts.handles == 0 && id == GetCurrentProcessId()) {
+        const KernelHandle probe(CreateEventW(nullptr, TRUE, FALSE, nullptr));
+        counts.handles = static_cast<DWORD>(reinterpret_cast<UINT_PTR>(probe.get()) / 4);
+    }
     std::pair<DWORD, DWORD> windows{id, 0};
     EnumWindows(countWindow, reinterpret_cast<LPARAM>(&windows));
     counts.windows = windows.second;

@@ -43,6 +43,8 @@ public:
     /// The current IM, or its parts, are others now. `focus`: its reply box gets the focus.
     void currentChanged(bool focus);
     void savePlace() const;
+    /// Asks for the alias of the current IM's sender. It pumps.
+    void AddAlias();
     /// The tip that shows a member's note when his tab is chosen; its look is the user's.
     void InitBuddyTooltip();
     void ResetTipColors();

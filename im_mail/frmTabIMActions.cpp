@@ -4,6 +4,7 @@
 #include "base/files.h"
 #include "base/text.h"
 #include "base/trap.h"
+#include "chat/modEditorLists.h"
 #include "core/MsgBoxEx.h"
 #include "core/modAOL.h"
 #include "core/modClipboard.h"
@@ -100,6 +101,31 @@ void frmTabIM::editNotes()
 {
     if (imRoutes().editNotes && !currentName().empty())
         imRoutes().editNotes(currentName());
+}
+
+void frmTabIM::AddAlias()
+{
+    trap(kModule, [&] {
+        const std::wstring name = currentName();
+        if (name.empty())
+            return;
+        const std::wstring present = CheckForAlias(name);
+        const EditorEntry entry{
+            name, trim(InputBoxEx(L"Please enter an alias for ~B" + literal(name) + L"~B.",
+                                  L"Alias", present == name ? std::wstring() : present))};
+        if (entry.text.empty())
+            return;
+        if (const std::wstring fault = entryFault(EditorList::Aliases, entry); !fault.empty()) {
+            MsgBoxEx(literal(fault), kMsgExclamation, L"Alias");
+            return;
+        }
+        auto entries = loadEditorList(EditorList::Aliases, imProgramFolder());
+        std::erase_if(entries, [&](const EditorEntry& known) {
+            return screenNameKey(known.name) == screenNameKey(name);
+        });
+        entries.push_back(entry);
+        saveEditorList(EditorList::Aliases, imProgramFolder(), entries);
+    });
 }
 
 void frmTabIM::copyText()
@@ -200,6 +226,7 @@ void frmTabIM::imMenu(Point at)
     mnuIM.item(L"&Mail", [this] { mail(); });
     if (imRoutes().editNotes)
         mnuIM.item(L"No&tes...", [this] { editNotes(); });
+    mnuIM.item(L"&Alias...", [this] { AddAlias(); });
     if (imRoutes().addToIgnore)
         mnuIM.item(L"&Ignore...", [this] { AddToIgnore(); });
     mnuIM.separator();

@@ -1,7 +1,9 @@
 // The tabbed window as a user works in it: with the keyboard and the mouse, in AOL's own windows.
+#include "chat/modEditorLists.h"
 #include "core/modAOL.h"
 #include "hook/AgentLink.h"
 #include "settings/Options.h"
+#include "support/answer_win.h"
 #include "support/drive_win.h"
 #include "support/imbench_win.h"
 
@@ -161,4 +163,15 @@ TEST_CASE("with the options off, Tab and Enter are AOL's own")
     CHECK(replyIs(L"Rose3", L"one\r\ntwo\tx"));
     CHECK(openIMs().SelectedNick() == L"Rose3");
     CHECK(AolHost::listOf(bench.host.command(L"imsent")).empty());
+}
+
+TEST_CASE("an alias for the sender of the current IM")
+{
+    IMBench bench;
+    REQUIRE(bench.arrive(L"Rose 3", L"hello"));
+    for (const wchar_t* alias : {L"Rosie", L"Rosalind"}) {
+        Answer answer(L"OK", L"Velora - Alias", L"an alias for Rose 3", alias);
+        frmTabIM::instance()->AddAlias();
+        CHECK(CheckForAlias(L"rose3") == alias);
+    }
 }

@@ -18,7 +18,8 @@ public:
                 bool tabStop = true);
     /// The icon stays the caller's.
     void setIcon(HICON icon, int size = 16);
-    /// Draws the picture instead of the icon; the frame and the focus are drawn already.
+    /// Draws the picture instead of the icon; the frame and the focus are drawn already. Without a
+    /// name beside it the picture is all of the button.
     void setPainter(std::function<void(HDC, const Rect&, const ButtonState&)> paint);
     /// Stays pressed in (a switch that is on).
     void setChecked(bool checked);

@@ -7,6 +7,7 @@
 
 namespace velora {
 namespace {
+constexpr int kFrame = 4; // around a drawn picture: the edge and the focus
 constexpr int kPadding = 4;
 constexpr int kBetween = 4; // picture and name
 
@@ -103,7 +104,12 @@ void ImageButton::onDraw(const DRAWITEMSTRUCT& item)
         picture = centredIn(
             {shift, shift, static_cast<int>(r.right) + shift, static_cast<int>(r.bottom) + shift},
             {iconSize_, iconSize_});
-    if (paint_)
+    if (paint_ && !showName_)
+        paint_(item.hDC,
+               Rect{kFrame + shift, kFrame + shift, static_cast<int>(r.right) - kFrame + shift,
+                    static_cast<int>(r.bottom) - kFrame + shift},
+               state);
+    else if (paint_)
         paint_(item.hDC, picture, state);
     else if (icon_ && state.disabled)
         DrawStateW(item.hDC, nullptr, nullptr, reinterpret_cast<LPARAM>(icon_), 0, picture.left,

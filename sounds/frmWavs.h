@@ -22,6 +22,14 @@ namespace velora {
 
 struct SoundProgress;
 
+// Messages that several parts of the list show.
+inline constexpr wchar_t kNoWavSelected[] =
+    L"~B~CRNo wav selected!~B~CN~N ~NPlease choose a wav in the wav list box before attempting to "
+    L"use thie feature!";
+inline constexpr wchar_t kNoWavDirectory[] =
+    L"~B~CRDirectory not found!~B~CN~N ~NThe Directory you chose does not exist or you have typed "
+    L"an incorrect path.";
+
 struct ImageListTraits {
     using Type = HIMAGELIST;
     static Type invalid() noexcept { return nullptr; }

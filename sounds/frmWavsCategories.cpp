@@ -21,8 +21,6 @@ constexpr char kModule[] = "frmWavs";
 constexpr wchar_t kTitle[] = L"Wav List";
 constexpr wchar_t kNoFiles[] = L"~B~CRCannot add files!~B~CN~N ~NThere are no files in this "
                                L"directory to add!";
-constexpr wchar_t kNothingChosen[] = L"~B~CRNo wav selected!~B~CN~N ~NPlease choose a wav in the "
-                                     L"wav list box before attempting to use thie feature!";
 
 std::wstring folderOf(const std::wstring& path)
 {
@@ -89,9 +87,7 @@ void frmWavs::CreateWavDir(const std::wstring& folder)
 {
     trap(kModule, [&] {
         if (!folderExists(folder)) {
-            MsgBoxEx(L"~B~CRDirectory not found!~B~CN~N ~NThe Directory you chose does not exist "
-                     L"or you have typed an incorrect path.",
-                     kMsgExclamation, kTitle);
+            MsgBoxEx(kNoWavDirectory, kMsgExclamation, kTitle);
             return;
         }
         const std::wstring name = askCategoryName(
@@ -166,7 +162,7 @@ void frmWavs::cmdDelCat_Click()
 void frmWavs::AddFavWav()
 {
     trap(kModule, [&] {
-        const auto sound = chosenOrTold(kNothingChosen);
+        const auto sound = chosenOrTold(kNoWavSelected);
         if (!sound)
             return;
         const bool added = velora::AddFavWav(favWavsFile(), sound->name, sound->path);
@@ -180,7 +176,7 @@ void frmWavs::AddFavWav()
 void frmWavs::DelFavWav()
 {
     trap(kModule, [&] {
-        const auto sound = chosenOrTold(kNothingChosen);
+        const auto sound = chosenOrTold(kNoWavSelected);
         if (!sound || !sources_[sound->source].listFile)
             return;
         const WavSource from = sources_[sound->source];
@@ -194,7 +190,7 @@ void frmWavs::DelFavWav()
 void frmWavs::copyTo(const WavSource& target)
 {
     trap(kModule, [&] {
-        const auto sound = chosenOrTold(kNothingChosen);
+        const auto sound = chosenOrTold(kNoWavSelected);
         if (!sound || !fileThere(*sound))
             return;
         if (target.listFile) {

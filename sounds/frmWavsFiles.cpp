@@ -19,8 +19,6 @@ namespace {
 
 constexpr char kModule[] = "frmWavs";
 constexpr wchar_t kTitle[] = L"Wav List";
-constexpr wchar_t kNothingChosen[] = L"~B~CRNo wav selected!~B~CN~N ~NPlease choose a wav in the "
-                                     L"wav list box before attempting to use thie feature!";
 constexpr wchar_t kNoMail[] =
     L"~B~CRVelora was unable to open an E-Mail window.~B~CN~N ~NPlease open an E-Mail by pressing "
     L"~B~CBCTRL+M~B~CN and try this operation again.";
@@ -149,7 +147,7 @@ void frmWavs::saveList()
 void frmWavs::deleteFile()
 {
     trap(kModule, [&] {
-        const auto sound = chosenOrTold(kNothingChosen);
+        const auto sound = chosenOrTold(kNoWavSelected);
         if (!sound || !fileThere(*sound))
             return;
         for (;;) {

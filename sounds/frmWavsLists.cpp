@@ -19,9 +19,6 @@ namespace {
 
 constexpr char kModule[] = "frmWavs";
 constexpr int kSizeColumn = 76, kNameColumn = 120, kOtherColumn = 130;
-constexpr wchar_t kNoFolder[] =
-    L"~B~CRDirectory not found!~B~CN~N ~NThe Directory you chose does not exist or you have typed "
-    L"an incorrect path.";
 
 } // namespace
 
@@ -85,7 +82,7 @@ void frmWavs::ListWavs()
         showStatus(L"");
         // Shown over the list, not instead of it.
         if (!there)
-            postCall([] { MsgBoxEx(kNoFolder, kMsgExclamation, L"Wav List"); });
+            postCall([] { MsgBoxEx(kNoWavDirectory, kMsgExclamation, L"Wav List"); });
     });
 }
 

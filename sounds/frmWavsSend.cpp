@@ -18,9 +18,6 @@ namespace velora {
 namespace {
 
 constexpr char kModule[] = "frmWavs";
-constexpr wchar_t kNothingSelected[] =
-    L"~B~CRNo wav selected!~B~CN~N ~NPlease choose a wav in the wav list box before attempting to "
-    L"use thie feature!";
 
 /// An option's colour: one with the highest bit names a colour of the system.
 COLORREF systemColour(long value)
@@ -53,7 +50,7 @@ std::wstring frmWavs::soundLine(const std::wstring& name)
 void frmWavs::cmdSend_Click()
 {
     trap(kModule, [&] {
-        const auto sound = chosenOrTold(kNothingSelected);
+        const auto sound = chosenOrTold(kNoWavSelected);
         if (!sound)
             return;
         SoundToSend send{soundLine(sound->name), {}};
@@ -71,7 +68,7 @@ void frmWavs::cmdSend_Click()
 void frmWavs::cmdPlain_Click()
 {
     trap(kModule, [&] {
-        const auto sound = chosenOrTold(kNothingSelected);
+        const auto sound = chosenOrTold(kNoWavSelected);
         if (!sound)
             return;
         const std::wstring line = soundCommand(sound->name, opt::WavList::UseUpperWavTrigger.get());
@@ -83,7 +80,7 @@ void frmWavs::cmdPlain_Click()
 void frmWavs::cmdPreview_Click()
 {
     trap(kModule, [&] {
-        const auto sound = chosenOrTold(kNothingSelected);
+        const auto sound = chosenOrTold(kNoWavSelected);
         if (!sound || !fileThere(*sound))
             return;
         if (PlaySoundEx(sound->path) && isOpen())
@@ -213,7 +210,7 @@ void frmWavs::showTip(int row)
 void frmWavs::editTag()
 {
     trap(kModule, [&] {
-        const auto sound = chosenOrTold(kNothingSelected);
+        const auto sound = chosenOrTold(kNoWavSelected);
         if (sound && fileThere(*sound) && EditTag(sound->path) && isOpen())
             Refresh(); // its size may have changed
     });
@@ -223,7 +220,7 @@ void frmWavs::editDescription()
 {
     trap(kModule, [&] {
         const WavDescriptions& descriptions = wavDescriptions();
-        const auto sound = chosenOrTold(kNothingSelected);
+        const auto sound = chosenOrTold(kNoWavSelected);
         if (!sound || !descriptions.edit)
             return;
         if (descriptions.editorOpen && descriptions.editorOpen()) {

@@ -99,6 +99,8 @@ TEST_CASE("a list entry that is no plain sound on a drive is not followed")
     CHECK(library.path(L"a").empty());
     for (const std::wstring& asked : library.asked)
         CHECK((asked.starts_with(onDrive(L"sounds")) || asked.starts_with(onDrive(L"mine"))));
+    for (const wchar_t* file : {L"a.wav.exe", L"wav", L"a.wav ", L"CON.wav"})
+        CHECK_FALSE(isLibraryPath(onDrive(L"mine", file)));
     CHECK(isLibraryPath(onDrive(L"my sounds", L"x.Wav")));
     CHECK(isDriveFolder(kDrive + std::wstring(L"x")));
     CHECK_FALSE(isDriveFolder(L"\\\\host\\share"));

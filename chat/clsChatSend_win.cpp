@@ -132,21 +132,25 @@ bool clsChatSend::takeOver(HookMessage& message)
     if (!typed)
         return false;
     SendDecision decision = decideSend(*typed, sendOptions());
-    if (decision.action == SendAction::pass || !setAolText(input_, L""))
+    if (decision.action == SendAction::pass)
         return false;
-    if (decision.action == SendAction::keyword) {
-        keyword_ = std::move(decision.keyword);
-        message.requestDelayed(kKeywordCode);
-    } else if (decision.action == SendAction::lines) {
-        lines_ = std::move(decision.lines);
-        message.requestDelayed(kLinesCode);
-    } else {
+    if (decision.action == SendAction::fade) {
         std::wstring text = *typed;
         FadeEngine(text);
         const Unseen unseen(input_);
         // A line that AOL does not take stays in the box as it was typed.
         if (text.empty() || !TextToChat(text, kSendNow))
             setAolText(input_, *typed);
+        return true;
+    }
+    if (!setAolText(input_, L""))
+        return false;
+    if (decision.action == SendAction::keyword) {
+        keyword_ = std::move(decision.keyword);
+        message.requestDelayed(kKeywordCode);
+    } else {
+        lines_ = std::move(decision.lines);
+        message.requestDelayed(kLinesCode);
     }
     return true;
 }

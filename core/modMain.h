@@ -37,10 +37,8 @@ bool UnloadAllForms(bool askFirst);
 /// The folder of the executable, without a trailing backslash.
 std::wstring AppPath();
 
-/// Set by start-up: running on Windows NT; the Windows Media Player control is in the system
-/// folder.
+/// Set by start-up.
 bool runningOnNT();
-bool mediaPlayerPresent();
 
 /// The day as the names of daily logs carry it, "mm-dd-yy".
 std::wstring logDate();

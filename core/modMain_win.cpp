@@ -26,7 +26,6 @@ constexpr char kModule[] = "modMain";
 
 StartupServices g_services;
 bool g_windowsNT = false;
-bool g_mediaPlayer = false;
 
 std::wstring executablePath()
 {
@@ -104,7 +103,6 @@ void InitProgram()
     step("LoadChatKeywords", g_services.loadChatKeywords);
     step("LoadCategories", g_services.loadCategories);
     step("NoteAolSounds", noteAolSounds);
-    g_mediaPlayer = fileExists(systemFolder() + L"\\msdxm.ocx");
     step("WriteAppPath", [] { opt::Product::AppPath.set(AppPath()); });
     step("RegisterSchemeFiles", registerSchemeFiles);
     step("MakeDefaultTemplates", g_services.makeDefaultTemplates);
@@ -328,11 +326,6 @@ std::wstring AppPath()
 bool runningOnNT()
 {
     return g_windowsNT;
-}
-
-bool mediaPlayerPresent()
-{
-    return g_mediaPlayer;
 }
 
 std::wstring logDate()

@@ -128,7 +128,7 @@ void measure(Report& report, int sounds)
                bare);
     model.find(L"");
     report.bytes(what + "memory of the rows", model.rows().memory(),
-                 static_cast<unsigned long long>(sounds) * 250);
+                 static_cast<unsigned long long>(sounds) * (sizeof(void*) == 4 ? 250 : 400));
     report.note(what + std::to_string(model.count()) + " listed");
 }
 

@@ -126,9 +126,19 @@ HWND child(HWND window, std::wstring_view textOrClass)
 
 bool activate(HWND window)
 {
+    // In front is not enough: keys sent before one of its controls has the focus are lost.
+    constexpr DWORD kFocusLimit = 1000;
+    DWORD inFrontSince = 0;
     return until([&] {
-        if (GetForegroundWindow() == window)
-            return true;
+        if (GetForegroundWindow() == window) {
+            if (!inFrontSince)
+                inFrontSince = GetTickCount() | 1;
+            GUITHREADINFO info{};
+            info.cbSize = sizeof info;
+            GetGUIThreadInfo(GetWindowThreadProcessId(window, nullptr), &info);
+            return (info.hwndFocus && (info.hwndFocus == window || IsChild(window, info.hwndFocus)))
+                   || GetTickCount() - inFrontSince > kFocusLimit;
+        }
         SetForegroundWindow(window);
         BringWindowToTop(window);
         return false;

@@ -296,7 +296,8 @@ TEST_CASE("a box over AOL lives on while AOL hangs, and never disables AOL")
         CHECK(GetWindow(box, GW_OWNER) == nullptr); // no tie to AOL's input
         CHECK(IsWindowEnabled(aol.frame()));
         CHECK(!IsWindowEnabled(form.hwnd()));
-        // AOL's own window, which has just come up, may not cover the box when nothing moves it any more.
+        // AOL's own window, which has just come up, may not cover the box when nothing moves it any
+        // more.
         CHECK(drive::activate(box));
         aol.command(L"hang 6000");
         CHECK(drive::press(box, L"No"));

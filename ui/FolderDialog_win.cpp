@@ -18,8 +18,11 @@ struct PidlTraits {
 
 int CALLBACK browseCallback(HWND window, UINT message, LPARAM, LPARAM start) noexcept
 {
+    // Wine tells folders apart by their time of last access too, which the first look for them may
+    // change: it finds nothing then, but the second look does.
     if (message == BFFM_INITIALIZED && start)
-        SendMessageW(window, BFFM_SETSELECTIONW, TRUE, start);
+        for (int look = 0; look < 2; ++look)
+            SendMessageW(window, BFFM_SETSELECTIONW, TRUE, start);
     return 0;
 }
 

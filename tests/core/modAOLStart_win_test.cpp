@@ -149,10 +149,7 @@ TEST_CASE("AOL is started from its folder")
     endAol();
 }
 
-// Left out of the usual run: in a prefix that has never shown it, Wine's folder window can stay
-// half filled for ever. By hand, in a prefix in use: velora_tests --no-skip --test-case="the user
-// chooses*"
-TEST_CASE("the user chooses AOL's folder, and it is remembered" * doctest::skip())
+TEST_CASE("the user chooses AOL's folder, and it is remembered")
 {
     Fresh fresh;
     AolHost folder(folderOnly());

@@ -47,10 +47,6 @@ private:
         if (found == waiting().end())
             return;
         Answer& self = *found->second;
-        if (self.came_) {
-            self.pressAgain();
-            return;
-        }
         if (GetTickCount() - self.start_ > 6 * drive::kPatience) {
             // Some other box waits for its answer, for ever.
             FAIL_CHECK("the box did not come");
@@ -71,35 +67,16 @@ private:
         self.came_ = true;
         if (!self.typed_.empty())
             SetWindowTextW(drive::child(window, L"Edit"), self.typed_.c_str());
-        self.pressed_ = button;
-        self.press();
+        KillTimer(nullptr, timer); // the window is answered only once
+        // Not with the mouse: AOL may come to the front between two of its messages.
+        CHECK(PostMessageW(button, BM_CLICK, 0, 0));
     }
-
-    /// Not with the mouse: AOL may come to the front between two of its messages.
-    void press()
-    {
-        CHECK(PostMessageW(pressed_, BM_CLICK, 0, 0));
-        pressedAt_ = GetTickCount();
-    }
-
-    /// The system's folder window loses a click that comes while it still fills its tree.
-    void pressAgain()
-    {
-        const HWND window = GetParent(pressed_);
-        if (window && IsWindowVisible(window) && IsWindowEnabled(window)
-            && GetTickCount() - pressedAt_ > kAgainMs)
-            press();
-    }
-
-    static constexpr DWORD kAgainMs = 1500;
 
     const wchar_t* button_;
     const wchar_t* caption_;
     const wchar_t* part_;
     std::wstring typed_;
     bool came_ = false;
-    HWND pressed_ = nullptr;
-    DWORD pressedAt_ = 0;
     DWORD start_ = GetTickCount();
     std::wstring shown_;
     UINT_PTR timer_;

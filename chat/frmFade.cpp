@@ -5,6 +5,7 @@
 #include "base/trap.h"
 #include "chat/modCurrentFade.h"
 #include "chat/modFadePreview_win.h"
+#include "chat/modUseScheme.h"
 #include "core/MsgBoxEx.h"
 #include "core/modWindowPlace.h"
 #include "ui/Fonts.h"
@@ -324,20 +325,8 @@ void frmFade::showSchemeTag()
 void frmFade::loadScheme()
 {
     const std::wstring name = selectedScheme();
-    if (name.empty())
-        return;
-    const auto scheme = schemes_.load(name);
-    if (!scheme) {
-        MsgBoxEx(L"~B~CRCannot load the Scheme!~B~CN~N ~NThe file of ~B~CB" + literal(name)
-                     + L"~B~CN is damaged or gone.  Your fade stays as it is.",
-                 kMsgExclamation, L"Fader");
-        return;
-    }
-    // The options of the fade move to the scheme's own section.
-    opt::Fader::Default.set(name);
-    LoadFadeScheme();
-    setCurrentFade(scheme->fade);
-    refresh();
+    if (!name.empty() && useScheme(schemes_, name))
+        refresh();
 }
 
 void frmFade::saveScheme()

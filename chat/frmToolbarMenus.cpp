@@ -8,12 +8,11 @@
 #include "chat/frmMultiLine.h"
 #include "chat/frmToolbar.h"
 #include "chat/modChatCommands.h"
-#include "chat/modCurrentFade.h"
 #include "chat/modPanel.h"
 #include "chat/modRoomPeople.h"
 #include "chat/modRoomText.h"
-#include "chat/modSchemeFiles.h"
 #include "chat/modShellOpen.h"
+#include "chat/modUseScheme.h"
 #include "core/MsgBoxEx.h"
 #include "core/modAOL.h"
 #include "core/modClipboard.h"
@@ -65,20 +64,6 @@ void addStyles(Menu& menu, EditorList list, const Option<std::wstring>& current)
                   {.checked = style.text == current.get(), .radio = true});
 }
 
-void useScheme(const std::wstring& name)
-{
-    const auto scheme = clsSchemes(AppPath()).load(name);
-    if (!scheme) {
-        MsgBoxEx(L"~B~CRCannot load the Scheme!~B~CN~N ~NThe file of ~B~CB" + literal(name)
-                     + L"~B~CN is damaged or gone.  Your fade stays as it is.",
-                 kMsgExclamation, L"Fader");
-        return;
-    }
-    opt::Fader::Default.set(name);
-    LoadFadeScheme();
-    setCurrentFade(scheme->fade);
-}
-
 void addSchemes(Menu& menu)
 {
     const std::wstring current = opt::Fader::Default.get();
@@ -87,7 +72,8 @@ void addSchemes(Menu& menu)
     for (const SchemeEntry& scheme : clsSchemes(AppPath()).list()) {
         if (++count % kMenuLength == 0)
             part = &part->submenu(L"More");
-        part->item(itemText(scheme.name), [name = scheme.name] { useScheme(name); },
+        part->item(itemText(scheme.name),
+                   [name = scheme.name] { useScheme(clsSchemes(AppPath()), name); },
                    {.checked = equalNoCase(scheme.name, current), .radio = true});
     }
 }

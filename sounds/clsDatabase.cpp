@@ -170,7 +170,7 @@ bool clsDatabase::IsMatch(std::wstring_view fileName)
         false);
 }
 
-bool clsDatabase::GetWavDescription()
+bool clsDatabase::atRecord(const std::function<void(DaoRecordset&)>& body, const char* procedure)
 {
     return trap(
         kModule,
@@ -178,12 +178,17 @@ bool clsDatabase::GetWavDescription()
             if (!isOpen())
                 return false;
             DaoRecordset& set = recordset(table_);
-            const bool found = set.seek(cutToSizes(record_).fileName);
-            if (found)
-                load(set);
-            return found;
+            if (!set.seek(cutToSizes(record_).fileName))
+                return false;
+            body(set);
+            return true;
         },
-        false);
+        false, procedure);
+}
+
+bool clsDatabase::GetWavDescription()
+{
+    return atRecord([&](DaoRecordset& set) { load(set); });
 }
 
 bool clsDatabase::AddWavDescription()
@@ -194,36 +199,16 @@ bool clsDatabase::AddWavDescription()
 
 bool clsDatabase::EditWavDescription()
 {
-    return trap(
-        kModule,
-        [&] {
-            if (!isOpen())
-                return false;
-            DaoRecordset& set = recordset(table_);
-            if (!set.seek(cutToSizes(record_).fileName))
-                return false;
-            set.edit();
-            store(set, record_);
-            set.update();
-            return true;
-        },
-        false);
+    return atRecord([&](DaoRecordset& set) {
+        set.edit();
+        store(set, record_);
+        set.update();
+    });
 }
 
 bool clsDatabase::DeleteWavDescription()
 {
-    return trap(
-        kModule,
-        [&] {
-            if (!isOpen())
-                return false;
-            DaoRecordset& set = recordset(table_);
-            if (!set.seek(cutToSizes(record_).fileName))
-                return false;
-            set.deleteRecord();
-            return true;
-        },
-        false);
+    return atRecord([](DaoRecordset& set) { set.deleteRecord(); });
 }
 
 bool clsDatabase::TransferRecord(std::wstring_view fileName, std::wstring_view from,

@@ -120,6 +120,9 @@ private:
     const std::vector<std::wstring>& tables();
     void load(DaoRecordset& set);
     static void store(DaoRecordset& set, const Description& record);
+    /// Calls `body` with Table at the record of FileName; false when there is none.
+    bool atRecord(const std::function<void(DaoRecordset&)>& body,
+                  const char* procedure = __builtin_FUNCTION());
     bool addOne(DaoRecordset& set, const Description& record);
     Filled fill(std::size_t count, const std::function<Description(std::size_t)>& make,
                 const DatabaseProgress& progress);

@@ -196,14 +196,14 @@ void frmDescriptions::ListToEMail()
         std::vector<Description> records;
         for (int i = 0; i < model_.count(); ++i)
             records.push_back(model_[i].record);
-        const DescriptionMail mail =
+        const PrintedList mail =
             descriptionMail(everywhere() ? L"All categories" : category(), records);
         if (!setAolText(body, mail.html, kMailTimeout))
             MsgBoxEx(L"AOL did not take the list. Please try this operation again.",
                      kMsgExclamation, kTitle);
-        else if (mail.records < records.size())
+        else if (mail.entries < records.size())
             MsgBoxEx(L"An E-Mail cannot hold the whole list: it has the first "
-                         + counted(mail.records) + L" of " + std::to_wstring(records.size()) + L".",
+                         + counted(mail.entries) + L" of " + std::to_wstring(records.size()) + L".",
                      kMsgInformation, kTitle);
     });
 }

@@ -105,17 +105,17 @@ void frmWavs::printList()
             return;
         }
         const std::vector<ListedSound> sounds = listedSounds();
-        const ListMail mail =
+        const PrintedList mail =
             listMail(everywhere_ ? L"Found: " + library_.typed() : source().name, sounds);
         // Behind what the user has written there.
         const std::optional<std::wstring> written = aolText(body);
         if (!written
             || !setAolText(body, trimView(*written).empty() ? mail.html : *written + mail.html))
             return;
-        const bool all = mail.sounds == sounds.size();
-        showStatus(
-            L"The list is in your mail"
-            + (all ? std::wstring() : L": its first " + std::to_wstring(mail.sounds) + L" sounds"));
+        const bool all = mail.entries == sounds.size();
+        showStatus(L"The list is in your mail"
+                   + (all ? std::wstring()
+                          : L": its first " + std::to_wstring(mail.entries) + L" sounds"));
     });
 }
 

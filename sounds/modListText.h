@@ -1,6 +1,7 @@
 #pragma once
 // A sound list for the eyes of others: as HTML in a mail, and as a text file.
 #include "sounds/WavDescriptions.h"
+#include "sounds/modPrintedList.h"
 
 namespace velora {
 
@@ -10,17 +11,9 @@ struct ListedSound {
     std::optional<WavDescription> description;
 };
 
-/// What AOL takes in one mail.
-inline constexpr std::size_t kLongestListMail = 29000;
-
-struct ListMail {
-    std::wstring html;
-    std::size_t sounds; ///< of the list, how many found room in it
-};
-/// The list as a mail's text. What would make it longer than `limit` is left out, whole sounds at a
-/// time.
-ListMail listMail(std::wstring_view listName, const std::vector<ListedSound>& sounds,
-                  std::size_t limit = kLongestListMail);
+/// The list as a mail's text.
+PrintedList listMail(std::wstring_view listName, const std::vector<ListedSound>& sounds,
+                     std::size_t limit = kLongestMail);
 
 /// One block of lines for each sound.
 std::wstring listText(std::wstring_view listName, const std::vector<ListedSound>& sounds);

@@ -51,12 +51,12 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         require(toUtf16le(record.comments).size() <= 2 * 255);
     }
     const std::size_t bare = count(descriptionMail(L"", {}).html, L'<');
-    const std::size_t limit = size % 7 == 0 ? 900 : kLongestDescriptionMail;
-    const DescriptionMail mail = descriptionMail(text, old.records, limit);
-    require(mail.records <= old.records.size());
+    const std::size_t limit = size % 7 == 0 ? 900 : kLongestMail;
+    const PrintedList mail = descriptionMail(text, old.records, limit);
+    require(mail.entries <= old.records.size());
     // The head names the list, whatever its length.
-    if (mail.records > 0)
+    if (mail.entries > 0)
         require(mail.html.size() <= limit);
-    require(count(mail.html, L'<') == bare + 9 * mail.records);
+    require(count(mail.html, L'<') == bare + 9 * mail.entries);
     return 0;
 }

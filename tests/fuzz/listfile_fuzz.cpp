@@ -43,7 +43,7 @@ void checkRows(const std::vector<ListEntry>& entries)
         require(rows.lowered(order[i - 1]) <= rows.lowered(order[i]));
     for (const auto row : order)
         require(rows.path(row).ends_with(rows.fileName(row)));
-    const ListMail mail = listMail(L"list", sounds, 2000);
+    const PrintedList mail = listMail(L"list", sounds, 2000);
     require(mail.html.size() <= 2000 && mail.html.ends_with(L"</PRE></HTML>"));
     require(std::count(mail.html.begin(), mail.html.end(), L'<')
             == std::count(mail.html.begin(), mail.html.end(), L'>'));

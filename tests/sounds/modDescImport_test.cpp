@@ -59,8 +59,8 @@ TEST_CASE("a category as a mail: escaped, and whole records up to the limit")
 {
     const std::vector<Description> records = {
         {.fileName = L"a.wav", .title = L"A <b> & c", .comments = L"note"}, {.fileName = L"b.wav"}};
-    const DescriptionMail mail = descriptionMail(L"My <list>", records);
-    CHECK(mail.records == 2);
+    const PrintedList mail = descriptionMail(L"My <list>", records);
+    CHECK(mail.entries == 2);
     CHECK(mail.html
           == L"<HTML></P><P ALIGN=CENTER><FONT  SIZE=2 PTSIZE=8><B>Velora - </FONT><FONT  "
              L"COLOR=#0000ff SIZE=2 PTSIZE=8>My &lt;list&gt;</FONT><FONT  COLOR=#000000 SIZE=2 "
@@ -70,9 +70,9 @@ TEST_CASE("a category as a mail: escaped, and whole records up to the limit")
              L"note<br>Genre: <br><br>"
              L"<B>b.wav</B><br>Title: <br>Artist: <br>Album: <br>Comments: <br>Genre: <br><br>"
              L"</PRE></HTML>");
-    CHECK(descriptionMail(L"My <list>", records, mail.html.size()).records == 2);
-    const DescriptionMail cut = descriptionMail(L"My <list>", records, mail.html.size() - 1);
-    CHECK(cut.records == 1);
+    CHECK(descriptionMail(L"My <list>", records, mail.html.size()).entries == 2);
+    const PrintedList cut = descriptionMail(L"My <list>", records, mail.html.size() - 1);
+    CHECK(cut.entries == 1);
     CHECK(cut.html.ends_with(L"Genre: <br><br></PRE></HTML>"));
 }
 

@@ -73,8 +73,8 @@ TEST_CASE("a list in a mail and in a text file")
 {
     const std::vector<ListedSound> sounds = {{L"bell <b>", L"1.5 KB", bell()},
                                              {L"plain", L"", std::nullopt}};
-    const ListMail mail = listMail(L"My & List", sounds);
-    CHECK(mail.sounds == 2);
+    const PrintedList mail = listMail(L"My & List", sounds);
+    CHECK(mail.entries == 2);
     CHECK(mail.html.starts_with(L"<HTML></P><P ALIGN=CENTER><FONT  SIZE=2 PTSIZE=8><B>Velora - "
                                 L"</FONT><FONT  COLOR=#0000ff SIZE=2 PTSIZE=8>My &amp; List</FONT>"
                                 L"<FONT  COLOR=#000000 SIZE=2 PTSIZE=8>:</B>  <I>Print Wav List"
@@ -83,8 +83,8 @@ TEST_CASE("a list in a mail and in a text file")
     CHECK(mail.html.find(L"bell &lt;b&gt;") != std::wstring::npos);
     CHECK(mail.html.find(L"<I>Artist: </I>Ann &amp; &lt;Joe&gt;") != std::wstring::npos);
     CHECK(mail.html.find(L"Album") == std::wstring::npos);
-    const ListMail cut = listMail(L"x", sounds, mail.html.size() - 20);
-    CHECK(cut.sounds == 1);
+    const PrintedList cut = listMail(L"x", sounds, mail.html.size() - 20);
+    CHECK(cut.entries == 1);
     CHECK(cut.html.ends_with(L"</PRE></HTML>"));
 
     CHECK(listText(L"My List", sounds)

@@ -48,7 +48,11 @@ void Control::release()
 void Control::createWindow(Form& form, const wchar_t* windowClass, std::wstring_view text,
                            DWORD style, DWORD exStyle)
 {
-    const auto id = reinterpret_cast<HMENU>(static_cast<INT_PTR>(form.nextControlId()));
+    // One count for a form and the pages in it: for Enter the system looks for the default button's
+    // number among all of them.
+    Form* const root = Form::fromWindow(GetAncestor(form.hwnd(), GA_ROOT));
+    const auto id =
+        reinterpret_cast<HMENU>(static_cast<INT_PTR>((root ? root : &form)->nextControlId()));
     hwnd_ = CreateWindowExW(exStyle, windowClass, std::wstring(text).c_str(),
                             style | WS_CHILD | (shown_ ? WS_VISIBLE : 0u), 0, 0, 0, 0, form.hwnd(),
                             id, GetModuleHandleW(nullptr), nullptr);

@@ -94,14 +94,17 @@ Size Box::preferredSize() const
     if (item_) {
         size = item_->preferredSize();
     } else if (container_) {
+        // Each child is asked once: asked twice, deep layouts would take for ever.
         const auto shown = shownChildren();
-        const auto along = lengths(shown, 0);
-        int total = shown.empty() ? 0 : gap_ * (static_cast<int>(shown.size()) - 1);
-        int widest = 0;
-        for (std::size_t i = 0; i < shown.size(); ++i) {
-            total += along[i];
-            widest = std::max(widest, across(shown[i]->preferredSize()));
+        const int count = static_cast<int>(shown.size());
+        int total = 0, longest = 0, widest = 0;
+        for (const Box* child : shown) {
+            const Size wanted = child->preferredSize();
+            total += along(wanted);
+            longest = std::max(longest, along(wanted));
+            widest = std::max(widest, across(wanted));
         }
+        total = (sameSizes_ ? longest * count : total) + gap_ * std::max(0, count - 1);
         size = vertical_ ? Size{widest, total} : Size{total, widest};
     }
     size.width = std::max(size.width + margins_.left + margins_.right, least_.width);

@@ -1,17 +1,15 @@
 #include "chat/frmFade.h"
 
-#include "base/handles.h"
 #include "base/text.h"
 #include "base/trap.h"
 #include "chat/modCurrentFade.h"
 #include "chat/modFadePreview_win.h"
 #include "chat/modUseScheme.h"
+#include "core/ColourWell.h"
 #include "core/MsgBoxEx.h"
 #include "core/modWindowPlace.h"
 #include "ui/Fonts.h"
 #include "ui/WinGeometry.h"
-
-#include <commdlg.h>
 
 namespace velora {
 namespace {
@@ -24,10 +22,6 @@ constexpr COLORREF kWhite = RGB(255, 255, 255);
 constexpr COLORREF kBlack = RGB(0, 0, 0);
 /// Where more than this share of the letters is hard to read the user is told.
 constexpr double kHintShare = 0.2;
-
-/// The user's own colours in the system's colour picker, kept while the program runs.
-COLORREF g_custom[16] = {kWhite, kWhite, kWhite, kWhite, kWhite, kWhite, kWhite, kWhite,
-                         kWhite, kWhite, kWhite, kWhite, kWhite, kWhite, kWhite, kWhite};
 
 } // namespace
 
@@ -258,27 +252,19 @@ void frmFade::drawPreview(HDC dc, const Rect& where, COLORREF background) const
 
 void frmFade::drawWell(HDC dc, const Rect& where, std::size_t index) const
 {
-    RECT well = toRECT(where);
     const bool used = static_cast<long>(index) < opt::FadeScheme::FadeNumber.get();
-    const Brush colour(CreateSolidBrush(used ? static_cast<COLORREF>(currentFade().colours[index])
-                                             : GetSysColor(COLOR_BTNFACE)));
-    FillRect(dc, &well, colour.get());
-    DrawEdge(dc, &well, used ? BDR_SUNKENOUTER | BDR_SUNKENINNER : BDR_SUNKENOUTER, BF_RECT);
+    drawColourWell(dc, where,
+                   used ? std::optional(static_cast<COLORREF>(currentFade().colours[index]))
+                        : std::nullopt);
 }
 
 void frmFade::chooseColour(std::size_t index)
 {
-    Fade fade = currentFade();
-    CHOOSECOLORW choose{};
-    choose.lStructSize = sizeof choose;
-    choose.hwndOwner = hwnd();
-    choose.rgbResult = static_cast<COLORREF>(fade.colours[index]);
-    choose.lpCustColors = g_custom;
-    choose.Flags = CC_FULLOPEN | CC_RGBINIT;
-    if (!ChooseColorW(&choose))
+    const auto colour = pickColour(hwnd(), static_cast<COLORREF>(currentFade().colours[index]));
+    if (!colour)
         return;
-    fade = currentFade(); // it may have changed while the picker was open
-    fade.colours[index] = static_cast<Colour>(choose.rgbResult);
+    Fade fade = currentFade(); // it may have changed while the picker was open
+    fade.colours[index] = static_cast<Colour>(*colour);
     setCurrentFade(fade);
 }
 

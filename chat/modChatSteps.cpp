@@ -3,6 +3,7 @@
 #include "base/trap.h"
 #include "chat/ToolbarRoutes.h"
 #include "chat/modHotWords.h"
+#include "core/modHotWordList.h"
 #include "settings/Options.h"
 
 namespace velora {

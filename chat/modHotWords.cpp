@@ -1,7 +1,6 @@
 #include "chat/modHotWords.h"
 
 #include "base/text.h"
-#include "settings/Options.h"
 
 namespace velora {
 namespace {
@@ -17,16 +16,6 @@ std::optional<std::wstring> findHotWord(std::wstring_view message,
             && text.find(caseSensitive ? word : lower(word)) != std::wstring::npos)
             return word;
     return std::nullopt;
-}
-
-std::vector<std::wstring> hotWords()
-{
-    std::vector<std::wstring> words;
-    for (const auto& [name, value] : settingValues(L"Chat HotWords")) {
-        const std::wstring text = textOf(value);
-        words.push_back(trimView(text).empty() ? name : text);
-    }
-    return words;
 }
 
 bool clsAlertLimit::mayAlert(std::uint32_t ms)

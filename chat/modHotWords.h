@@ -12,10 +12,6 @@ namespace velora {
 std::optional<std::wstring> findHotWord(std::wstring_view message,
                                         const std::vector<std::wstring>& words, bool caseSensitive);
 
-/// The words of the section "Chat HotWords": each value's text, or its name where the text is
-/// blank.
-std::vector<std::wstring> hotWords();
-
 /// Lets one alert through every ten seconds. `ms` is a tick count that may wrap.
 class clsAlertLimit {
 public:

@@ -17,6 +17,7 @@ struct IMManager {
     std::vector<std::unique_ptr<clsIMSession>> sessions;
     clsIMs taken;
     Timer tmrTurn;
+    OptionSubscription changes;
     bool scanning = false, scanPosted = false, ended = false, told = false;
     std::size_t nextPolled = 0;
 };

@@ -110,17 +110,16 @@ void frmAutoAnswer::onCreate()
     LoadGeneralList();
     LoadPersonalList();
     LoadExceptions();
+    changes_ = onOptionChanged([this](OptionId) { showOptions(); });
 }
 
 void frmAutoAnswer::createMode()
 {
     lblMode.create(*this, L"&Answer:");
-    const int mode = static_cast<int>(opt::IM::IMAnswerMode.get());
     cboMode.create(*this,
                    {L"Nobody (off)", L"Everybody", L"Only the names in the exceptions list",
                     L"Everybody but the names in the exceptions list",
-                    L"Only members with a buddy note", L"Everybody but members with a buddy note"},
-                   mode < 0 || mode > 5 ? 1 : mode);
+                    L"Only members with a buddy note", L"Everybody but members with a buddy note"});
     cboMode.onChange = [this] {
         setAnswerMode(cboMode.selected());
         AdjustIMWindow();
@@ -131,7 +130,7 @@ void frmAutoAnswer::createMode()
 void frmAutoAnswer::createOptions()
 {
     const auto bind = [this](CheckBox& box, std::wstring_view text, const Option<bool>& option) {
-        box.create(*this, text, option.get());
+        box.create(*this, text);
         box.onChange = [&box, option] { option.set(box.checked()); };
     };
     bind(chkOnce, L"Answer the &first message from each incoming IM once.", opt::IM::AnswerOnce);
@@ -139,6 +138,18 @@ void frmAutoAnswer::createOptions()
     bind(chkAlias, L"Fill in the sender's a&lias instead of the screen name", opt::IM::UseAlias);
     bind(chkShow, L"Show the a&nswer window", opt::IM::ShowAnswerWin);
     tips.add(chkShow, L"A small list of the IMs that were answered");
+    showOptions();
+}
+
+/// As they are, wherever they were set.
+void frmAutoAnswer::showOptions()
+{
+    const int mode = static_cast<int>(opt::IM::IMAnswerMode.get());
+    cboMode.select(mode < 0 || mode > 5 ? 1 : mode);
+    chkOnce.setChecked(opt::IM::AnswerOnce.get());
+    chkPersonal.setChecked(opt::IM::UsePersonalMessages.get());
+    chkAlias.setChecked(opt::IM::UseAlias.get());
+    chkShow.setChecked(opt::IM::ShowAnswerWin.get());
 }
 
 Box frmAutoAnswer::createMessages(Messages& messages, const wchar_t* heading)

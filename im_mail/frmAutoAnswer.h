@@ -1,6 +1,7 @@
 #pragma once
 // The auto-answer's window: whom it answers, the messages, and the exceptions list.
 #include "im_mail/modAnswerMessages.h"
+#include "settings/Options.h"
 #include "ui/Controls.h"
 #include "ui/Form.h"
 #include "ui/ToolTip.h"
@@ -36,6 +37,7 @@ private:
     Box createMessages(Messages& messages, const wchar_t* heading);
     Box createExceptions();
     void createOptions();
+    void showOptions();
     void LoadGeneralList();
     void LoadPersonalList();
     void LoadExceptions();
@@ -65,6 +67,7 @@ private:
     CheckBox chkOnce, chkPersonal, chkAlias, chkShow;
     Button cmdDefault, cmdClose;
     ToolTip tips;
+    OptionSubscription changes_;
 };
 
 } // namespace velora

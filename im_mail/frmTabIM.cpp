@@ -5,6 +5,7 @@
 #include "base/text.h"
 #include "base/trap.h"
 #include "chat/modIcons_win.h"
+#include "core/ColourWell.h"
 #include "core/MsgBoxEx.h"
 #include "core/modAOL.h"
 #include "hook/AgentLink.h"
@@ -157,6 +158,19 @@ void frmTabIM::onCreate()
     sbcReply.DelayedEvent = sbcConversation.DelayedEvent = delayed;
     addKeys();
     DoResize();
+    changes_ = onOptionChanged([this](OptionId option) { follow(option); });
+}
+
+/// What the window looks like follows its options, wherever they are set.
+void frmTabIM::follow(OptionId option)
+{
+    using namespace opt::IM;
+    if (option == DisplayOnTopOfAOL.id())
+        keepAbove();
+    for (const OptionId look :
+         {Style.id(), Position.id(), MultipleRows.id(), TabExtraBtns.id(), IMAnswerMode.id()})
+        if (option == look)
+            DoResize();
 }
 
 void frmTabIM::applyStyle()
@@ -525,13 +539,8 @@ void frmTabIM::InitBuddyTooltip()
 
 void frmTabIM::ResetTipColors()
 {
-    // Numbers with the highest bit stand for the system's colours.
-    const auto colour = [](long value) {
-        const auto bits = static_cast<unsigned long>(value);
-        return bits & 0x80000000u ? GetSysColor(static_cast<int>(bits & 0xFFu)) : bits & 0xFFFFFFu;
-    };
-    tipNotes_.setColours(colour(opt::IM::BuddyTipTextColor.get()),
-                         colour(opt::IM::BuddyTipBackColor.get()));
+    tipNotes_.setColours(systemColour(opt::IM::BuddyTipTextColor.get()),
+                         systemColour(opt::IM::BuddyTipBackColor.get()));
 }
 
 void frmTabIM::showBuddyNotes()

@@ -3,6 +3,7 @@
 // themselves are windows of AOL that lie over the page; the window only says where.
 #include "hook/WindowHook.h"
 #include "im_mail/IMEvents.h"
+#include "settings/Options.h"
 #include "ui/Controls.h"
 #include "ui/Form.h"
 #include "ui/Menu.h"
@@ -71,6 +72,7 @@ private:
     static Mode mode();
 
     void applyStyle();
+    void follow(OptionId option);
     bool isInIM() const;
     void setActivates(bool activates);
     void addKeys();
@@ -107,6 +109,7 @@ private:
     ToolTip tips_, tipNotes_;
     WindowHook sbcReply, sbcConversation;
     Timer tmrFocus, tmrShown;
+    OptionSubscription changes_;
     bool keepFocus_ = false; ///< the next activation leaves the focus in this window
     bool syncing_ = false, hotKeys_ = false, onTop_ = false;
 };

@@ -24,12 +24,7 @@ constexpr char kModule[] = "frmTabIM";
 template <class Option>
 void toggle(Menu& menu, const wchar_t* text, const Option& option)
 {
-    menu.item(text,
-              [option] {
-                  option.set(!option.get());
-                  Set_IM_Tabs();
-              },
-              {.checked = option.get()});
+    menu.item(text, [option] { option.set(!option.get()); }, {.checked = option.get()});
 }
 
 } // namespace
@@ -166,7 +161,6 @@ void frmTabIM::addView(Menu& menu)
                       if (const auto kept = options().place)
                           if (const auto usable = usablePlace(*kept, monitorAreas()))
                               setPlace(*usable);
-                      DoResize();
                   },
                   {.checked = mode() == which, .radio = true});
     };
@@ -175,11 +169,7 @@ void frmTabIM::addView(Menu& menu)
     style(L"&List", L"list", list);
     menu.separator();
     const bool bottom = equalNoCase(opt::IM::Position.get(), L"bottom");
-    menu.item(L"At the Botto&m",
-              [bottom] {
-                  opt::IM::Position.set(bottom ? L"top" : L"bottom");
-                  Set_IM_Tabs();
-              },
+    menu.item(L"At the Botto&m", [bottom] { opt::IM::Position.set(bottom ? L"top" : L"bottom"); },
               {.enabled = mode() != list, .checked = bottom});
     toggle(menu, L"Several &Rows", opt::IM::MultipleRows);
     toggle(menu, L"E&xtra Buttons", opt::IM::TabExtraBtns);

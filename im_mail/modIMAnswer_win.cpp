@@ -208,8 +208,20 @@ private:
         clsFileOp::AppendTextToFile(path, answeredEntry(*conversation, when));
     }
 
+    /// Switching on forgets who has been answered, wherever it is switched.
+    void modeChanged()
+    {
+        if (!std::exchange(on_, autoAnswerOn()) && on_)
+            answered.clear();
+    }
+
     std::deque<Job> jobs_;
     Timer tmrStep;
+    bool on_ = autoAnswerOn();
+    OptionSubscription changes_ = onOptionChanged([this](OptionId option) {
+        if (option == opt::IM::IMAnswerMode.id())
+            modeChanged();
+    });
 };
 
 } // namespace
@@ -244,11 +256,7 @@ bool autoAnswerOn()
 
 void setAnswerMode(int mode)
 {
-    trap(kModule, [&] {
-        if (!autoAnswerOn() && mode != 0)
-            Answerer::instance().answered.clear();
-        opt::IM::IMAnswerMode.set(mode);
-    });
+    trap(kModule, [&] { opt::IM::IMAnswerMode.set(mode); });
 }
 
 void onAnswered(std::function<void(const std::wstring&)> listener)

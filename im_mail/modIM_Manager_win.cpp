@@ -215,13 +215,7 @@ void imFrameMoved()
 
 void setTabsOn(bool on)
 {
-    trap(kModule, [&] {
-        opt::IM::TabsOn.set(on);
-        if (on)
-            scanIMsSoon();
-        else
-            Tab_UnhookIMs(false);
-    });
+    trap(kModule, [&] { opt::IM::TabsOn.set(on); });
 }
 
 void showIMs()
@@ -260,6 +254,7 @@ void endIMs()
         if (std::exchange(m.ended, true))
             return;
         m.tmrTurn.stop();
+        m.changes = {};
         for (clsIMSession* const session : imSessions())
             session->finish();
         Tab_UnhookIMs(opt::IM::CloseIMsOnExit.get());
@@ -274,7 +269,16 @@ void endIMs()
 
 void startIMs()
 {
-    imManager().ended = imManager().told = false;
+    IMManager& m = imManager();
+    m.ended = m.told = false;
+    m.changes = onOptionChanged([](OptionId option) {
+        if (option != opt::IM::TabsOn.id())
+            return;
+        if (opt::IM::TabsOn.get())
+            scanIMsSoon();
+        else
+            Tab_UnhookIMs(false);
+    });
     scanIMsSoon();
 }
 

@@ -106,6 +106,24 @@ void frmWavs::onCreate()
     wavDescriptions().changed = [this] { descriptionsChanged(); };
     fillSources(opt::WavList::LastList.get());
     ListWavs();
+    changes_ = onOptionChanged([this](OptionId option) { follow(option); });
+}
+
+/// What the list shows follows its options, wherever they are set.
+void frmWavs::follow(OptionId option)
+{
+    using namespace opt::WavList;
+    using namespace opt::Descriptions;
+    const auto among = [option](std::initializer_list<OptionId> options) {
+        return std::find(options.begin(), options.end(), option) != options.end();
+    };
+    if (among({PreserveCase.id(), NoAOLWavs.id()}))
+        Refresh();
+    if (among({ProgressTooltipBalloon.id(), WpTipTextColor.id(), WpTipBackColor.id()}))
+        progressTip_.reset();
+    if (among({Show.id(), ShowAs.id(), IncludeTitle.id(), IncludeArtist.id(), IncludeAlbum.id(),
+               IncludeYear.id(), IncludeComments.id(), IncludeGenre.id(), IncludeCompression.id()}))
+        descriptionsChanged();
 }
 
 void frmWavs::createHead()

@@ -8,6 +8,7 @@
 //   frmWavsMenus.cpp         its menus
 #include "base/handles.h"
 #include "base/random.h"
+#include "settings/Options.h"
 #include "sounds/WavDescriptions.h"
 #include "sounds/clsFolderWatch.h"
 #include "sounds/clsWavListModel.h"
@@ -109,6 +110,7 @@ private:
     void layOut();
     void fitColumns();
     bool rollUp();
+    void follow(OptionId option);
 
     void fillSources(const std::wstring& select);
     const WavSource& source() const;
@@ -193,7 +195,9 @@ private:
     SoundListView lstWav;
     ProgressBar pbarProgress;
     Button cmdSend, cmdPlain, cmdPreview, cmdStop, cmdGlintunes;
-    ToolTip tips_, rowTip_, progressTip_;
+    ToolTip tips_, rowTip_;
+    std::optional<ToolTip> progressTip_; ///< made anew when its look is another
+    OptionSubscription changes_;
     UniqueHandle<ImageListTraits> images_, buttonImages_[4];
 
     std::vector<WavSource> sources_;
@@ -205,7 +209,6 @@ private:
     std::wstring watchedStamp_;
     std::vector<std::wstring> lstFancyRnd; ///< the styles that may come by chance
     SystemRandom random_;
-    bool progressTipMade_ = false;
     NumberStyle numbers_ = regionalNumberStyle();
 };
 

@@ -18,16 +18,9 @@ constexpr char kModule[] = "frmWavs";
 constexpr std::size_t kMostInMenu = 40;
 
 /// An item that turns an option on and off.
-void addSwitch(Menu& menu, std::wstring_view text, const Option<bool>& option,
-               std::function<void()> changed = {})
+void addSwitch(Menu& menu, std::wstring_view text, const Option<bool>& option)
 {
-    menu.item(text,
-              [option, changed = std::move(changed)] {
-                  option.set(!option.get());
-                  if (changed)
-                      changed();
-              },
-              {.checked = option.get()});
+    menu.item(text, [option] { option.set(!option.get()); }, {.checked = option.get()});
 }
 
 std::wstring menuText(const std::wstring& name)
@@ -121,11 +114,10 @@ void frmWavs::viewMenu(Menu& menu)
     const bool known = static_cast<bool>(wavDescriptions().find);
     const auto show = [&](const wchar_t* text, Shown which, const wchar_t* as) {
         menu.item(text,
-                  [this, as] {
+                  [as] {
                       opt::Descriptions::Show.set(as != nullptr);
                       if (as)
                           opt::Descriptions::ShowAs.set(as);
-                      descriptionsChanged();
                   },
                   {.enabled = known, .checked = shown == which, .radio = true});
     };
@@ -138,13 +130,11 @@ void frmWavs::viewMenu(Menu& menu)
     const Option<bool> options[] = {IncludeTitle,    IncludeArtist, IncludeAlbum,      IncludeYear,
                                     IncludeComments, IncludeGenre,  IncludeCompression};
     for (std::size_t i = 0; i < std::size(options); ++i)
-        addSwitch(fields, L"&" + descriptionFields()[i], options[i],
-                  [this] { descriptionsChanged(); });
+        addSwitch(fields, L"&" + descriptionFields()[i], options[i]);
     addSwitch(menu, L"Tooltip as a &Balloon", UseBalloon);
     menu.separator();
-    const auto again = [this] { Refresh(); };
-    addSwitch(menu, L"Names in &Upper and Lower Case", opt::WavList::PreserveCase, again);
-    addSwitch(menu, L"&Hide AOL's Own Sounds", opt::WavList::NoAOLWavs, again);
+    addSwitch(menu, L"Names in &Upper and Lower Case", opt::WavList::PreserveCase);
+    addSwitch(menu, L"&Hide AOL's Own Sounds", opt::WavList::NoAOLWavs);
     menu.separator();
     addSwitch(menu, L"Show the Pro&gress of a Sound", opt::WavList::ShowProgress);
     addSwitch(menu, L"Progress in a Toolti&p", opt::WavList::ShowProgressTooltip);

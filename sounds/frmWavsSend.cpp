@@ -2,6 +2,7 @@
 #include "base/text.h"
 #include "base/trap.h"
 #include "chat/frmEditor.h"
+#include "core/ColourWell.h"
 #include "core/MsgBoxEx.h"
 #include "core/modAOL.h"
 #include "core/modMain.h"
@@ -18,13 +19,6 @@ namespace velora {
 namespace {
 
 constexpr char kModule[] = "frmWavs";
-
-/// An option's colour: one with the highest bit names a colour of the system.
-COLORREF systemColour(long value)
-{
-    const auto bits = static_cast<DWORD>(value);
-    return bits & 0x80000000u ? GetSysColor(static_cast<int>(bits & 0xFFu)) : bits & 0xFFFFFFu;
-}
 
 } // namespace
 
@@ -140,16 +134,16 @@ void frmWavs::showProgress(const SoundProgress& progress)
     else if (lblStatus.text().starts_with(L"Previewing"))
         showStatus(L"");
     if (!visible || !opt::WavList::ShowProgressTooltip.get()) {
-        progressTip_.remove(pbarProgress);
+        progressTip_.reset();
         return;
     }
-    if (!std::exchange(progressTipMade_, true)) {
-        progressTip_.create(*this, opt::WavList::ProgressTooltipBalloon.get());
-        progressTip_.setColours(systemColour(opt::WavList::WpTipTextColor.get()),
-                                systemColour(opt::WavList::WpTipBackColor.get()));
+    if (!progressTip_) {
+        progressTip_.emplace().create(*this, opt::WavList::ProgressTooltipBalloon.get());
+        progressTip_->setColours(systemColour(opt::WavList::WpTipTextColor.get()),
+                                 systemColour(opt::WavList::WpTipBackColor.get()));
     }
-    progressTip_.add(pbarProgress, progress.path.substr(progress.path.find_last_of(L'\\') + 1)
-                                       + L": " + std::to_wstring(percent) + L" %");
+    progressTip_->add(pbarProgress, progress.path.substr(progress.path.find_last_of(L'\\') + 1)
+                                        + L": " + std::to_wstring(percent) + L" %");
 }
 
 std::optional<WavDescription> frmWavs::description(clsWavListModel::Index row) const

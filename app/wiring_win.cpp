@@ -11,11 +11,13 @@
 #include "chat/modSchemeFiles.h"
 #include "chat/modTemplates.h"
 #include "core/MsgBoxEx.h"
+#include "core/frmOptions.h"
 #include "core/modAOL.h"
 #include "hook/AgentLink.h"
 #include "im_mail/modIMServices.h"
 #include "im_mail/modIM_Manager.h"
 #include "im_mail/modMailTools.h"
+#include "settings/Options.h"
 #include "sounds/modDescriptions.h"
 #include "sounds/modSounds.h"
 #include "sounds/modWavLibrary.h"
@@ -39,6 +41,19 @@ void liveUpdate()
         L"~BVelora " VELORA_VERSION L"~B is installed.~N ~NUpdates come as a new set-up program. "
         L"Run it to bring this installation up to date; your settings, logs and lists are kept.",
         kMsgInformation, L"Live Update");
+}
+
+/// The toolbar is where and as its options say, wherever they are set.
+void followToolbarOptions()
+{
+    static OptionSubscription changes;
+    changes = onOptionChanged([](OptionId option) {
+        frmToolbar* const toolbar = frmToolbar::instance();
+        if (toolbar && option == opt::Toolbar::Horizontal.id())
+            toolbar->ResizeButtons();
+        if (toolbar && option == opt::Toolbar::ShowToolbar.id())
+            toolbar->SetPanelPos();
+    });
 }
 
 } // namespace
@@ -93,8 +108,10 @@ void fillToolbarRoutes()
     routes.imSwitch = imRoutes().imSwitch;
     routes.ignoreMember = imRoutes().addToIgnore;
     routes.ignoredNames = imRoutes().ignoredNames;
-    imRoutes().showOptions = routes.showOptions;
+    routes.showOptions = [] { frmOptions::showOptions(); };
+    imRoutes().showOptions = [] { frmOptions::showOptions(L"Instant Messages"); };
     routes.checkUpdate = liveUpdate;
+    followToolbarOptions();
     routes.exitProgram = [] { UnloadAllForms(true); };
     routes.aolEnded = [] { UnloadAllForms(false); };
 }

@@ -180,7 +180,7 @@ void ChatRoom::show(const Line& line)
 void ChatRoom::sendTyped()
 {
     const std::wstring typed = input_->text();
-    if (trimmed(typed).empty())
+    if (trimmed(typed).empty() || aol().options.closed)
         return;
     input_->clear();
     aol().sent.push_back(typed);

@@ -99,6 +99,7 @@ const Setter kSetters[] = {
     {L"chatform", true, [](Options& o, V v) { return flag(o.chatForm, v); }},
     {L"plainfrench", true, [](Options& o, V v) { return flag(o.plainFrench, v); }},
     {L"sounds", true, [](Options& o, V v) { return flag(o.sounds, v); }},
+    {L"closed", true, [](Options& o, V v) { return flag(o.closed, v); }},
 };
 
 const Setter* find(std::wstring_view name)

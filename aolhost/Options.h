@@ -36,6 +36,7 @@ struct Options {
     bool answerModal = true;  ///< the answer to "$im_off" is a dialog, not a document
     bool plainFrench = false; ///< French IMs arrive as "Message Eclair de : "
     bool sounds = false;      ///< AOL plays its own sounds
+    bool closed = false;      ///< rooms take no line: what is typed stays in the box
     long trimAt = 60000;      ///< a chat display longer than this loses its oldest lines; 0: never
 };
 

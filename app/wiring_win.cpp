@@ -43,19 +43,6 @@ void liveUpdate()
         kMsgInformation, L"Live Update");
 }
 
-/// The toolbar is where and as its options say, wherever they are set.
-void followToolbarOptions()
-{
-    static OptionSubscription changes;
-    changes = onOptionChanged([](OptionId option) {
-        frmToolbar* const toolbar = frmToolbar::instance();
-        if (toolbar && option == opt::Toolbar::Horizontal.id())
-            toolbar->ResizeButtons();
-        if (toolbar && option == opt::Toolbar::ShowToolbar.id())
-            toolbar->SetPanelPos();
-    });
-}
-
 } // namespace
 
 StartupServices startupServices()
@@ -108,10 +95,10 @@ void fillToolbarRoutes()
     routes.imSwitch = imRoutes().imSwitch;
     routes.ignoreMember = imRoutes().addToIgnore;
     routes.ignoredNames = imRoutes().ignoredNames;
+    routes.autoAnswer = imRoutes().autoAnswer;
     routes.showOptions = [] { frmOptions::showOptions(); };
     imRoutes().showOptions = [] { frmOptions::showOptions(L"Instant Messages"); };
     routes.checkUpdate = liveUpdate;
-    followToolbarOptions();
     routes.exitProgram = [] { UnloadAllForms(true); };
     routes.aolEnded = [] { UnloadAllForms(false); };
 }

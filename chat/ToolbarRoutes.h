@@ -38,6 +38,10 @@ struct ToolbarRoutes {
     std::function<void(bool on)> imSwitch;
     /// Opens the IM manager (the button cmdIMs).
     std::function<void()> openIMs;
+    /// Takes AOL's IM windows into tabs from now on, or gives them back.
+    std::function<void(bool on)> takeIMs;
+    /// Opens the auto-answer.
+    std::function<void()> autoAnswer;
     /// Opens the list of those whose instant messages are shut out.
     std::function<void()> ignoredNames;
     /// Puts the items of a button's menu into it; a button without one stays away.

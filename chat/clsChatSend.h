@@ -5,6 +5,7 @@
 #include "hook/WindowHook.h"
 
 #include <functional>
+#include <optional>
 #include <string>
 
 namespace velora {
@@ -33,6 +34,8 @@ private:
     /// Looks at what is typed; true when AOL is not to send it.
     bool takeOver(HookMessage& message);
     void delayed(int code);
+    /// What stands in the input box; absent when AOL does not answer.
+    std::optional<std::wstring> GetTypedText() const;
 
     AgentLink* link_ = nullptr;
     HWND input_ = nullptr;
@@ -42,6 +45,7 @@ private:
     bool mouseTaken_ = false;
     std::wstring keyword_;
     std::vector<std::wstring> lines_;
+    std::wstring typed_, faded_; ///< the line that was last handed over, as typed and as it left
 };
 
 /// What the options say now.

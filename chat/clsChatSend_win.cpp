@@ -10,7 +10,7 @@ namespace velora {
 namespace {
 
 constexpr char kModule[] = "clsChatSend";
-constexpr int kKeywordCode = 1, kLinesCode = 2;
+constexpr int kKeywordCode = 1, kLinesCode = 2, kFadedCode = 3;
 
 bool inside(HWND window, LPARAM where)
 {
@@ -96,7 +96,7 @@ void clsChatSend::keyPressed(HookMessage& message)
 {
     trap(kModule, [&] {
         if (message.posted) {
-            if (onSlash && link_->readText(input_) == L"/")
+            if (onSlash && GetTypedText() == L"/")
                 onSlash();
             return;
         }
@@ -112,7 +112,7 @@ void clsChatSend::mouse(HookMessage& message)
     trap(kModule, [&] {
         if (message.message != WM_LBUTTONUP) {
             mouseTaken_ = false;
-            const auto typed = link_->readText(input_);
+            const auto typed = GetTypedText();
             mouseTaken_ = typed && decideSend(*typed, sendOptions()).action != SendAction::pass;
             message.noDefault = mouseTaken_;
             return;
@@ -126,21 +126,27 @@ void clsChatSend::mouse(HookMessage& message)
     });
 }
 
+std::optional<std::wstring> clsChatSend::GetTypedText() const
+{
+    return link_->readText(input_);
+}
+
 bool clsChatSend::takeOver(HookMessage& message)
 {
-    const auto typed = link_->readText(input_);
+    const auto typed = GetTypedText();
     if (!typed)
         return false;
     SendDecision decision = decideSend(*typed, sendOptions());
     if (decision.action == SendAction::pass)
         return false;
     if (decision.action == SendAction::fade) {
-        std::wstring text = *typed;
-        FadeEngine(text);
+        typed_ = faded_ = *typed;
+        FadeEngine(faded_);
         const Unseen unseen(input_);
-        // A line that AOL does not take stays in the box as it was typed.
-        if (text.empty() || !TextToChat(text, kSendNow))
-            setAolText(input_, *typed);
+        if (!faded_.empty() && TextToChat(faded_, kSendNow))
+            message.requestDelayed(kFadedCode);
+        else
+            setAolText(input_, typed_);
         return true;
     }
     if (!setAolText(input_, L""))
@@ -162,6 +168,9 @@ void clsChatSend::delayed(int code)
             onKeyword(std::exchange(keyword_, {}));
         if (code == kLinesCode && onLines)
             onLines(std::exchange(lines_, {}));
+        // A line that AOL has not taken stays in the box, but as it was typed.
+        if (code == kFadedCode && GetTypedText() == faded_)
+            setAolText(input_, typed_);
     });
 }
 

@@ -3,6 +3,7 @@
 
 #include "base/trap.h"
 #include "chat/ToolbarRoutes.h"
+#include "chat/frmTray.h"
 #include "chat/modIcons_win.h"
 #include "core/modAOL.h"
 #include "settings/Options.h"
@@ -25,6 +26,11 @@ constexpr int kFromRight = 64;
 bool has(const std::function<void()>& route)
 {
     return static_cast<bool>(route);
+}
+
+bool panelWanted()
+{
+    return opt::Toolbar::ShowToolbar.get() && opt::General::ShowToolbar.get();
 }
 
 bool always(const ToolbarRoutes&)
@@ -77,6 +83,7 @@ frmToolbar& frmToolbar::load()
     frmToolbar& form = open<frmToolbar>();
     form.EnableSubclass();
     form.SetPanelPos();
+    form.RefreshTray();
     return form;
 }
 
@@ -105,16 +112,36 @@ void frmToolbar::onCreate()
         tips_.add(button, row.tip);
     }
     ResizeButtons();
+    changes_ = onOptionChanged([this](OptionId id) { optionChanged(id); });
+}
+
+void frmToolbar::optionChanged(OptionId id)
+{
+    if (!isOpen())
+        return;
+    if (id == opt::Toolbar::Horizontal.id() || id == opt::Toolbar::Buttons.id())
+        ResizeButtons();
+    if (id == opt::Toolbar::ShowToolbar.id() || id == opt::General::ShowToolbar.id()
+        || id == opt::Toolbar::Position.id())
+        SetPanelPos();
+    if (id == opt::Toolbar::ShowToolbar.id() || id == opt::General::ShowToolbar.id()
+        || id == opt::Toolbar::MenuAccess.id())
+        RefreshTray();
 }
 
 void frmToolbar::ResizeButtons()
 {
     trap(kModule, [&] {
         const bool horizontal = opt::Toolbar::Horizontal.get();
+        const std::wstring hidden = opt::Toolbar::Buttons.get();
         std::vector<Box> buttons;
-        for (const ButtonRow& row : kButtons)
-            if ((this->*row.button).hwnd())
-                buttons.push_back(this->*row.button);
+        for (const ButtonRow& row : kButtons) {
+            ImageButton& button = this->*row.button;
+            if (!button.hwnd())
+                continue;
+            button.show(!holdsName(hidden, row.name));
+            buttons.push_back(button);
+        }
         const Box row = line(buttons, 0, !horizontal);
         const Box layout = horizontal ? row.margins(kGrip + kFrame, kFrame, kFrame, kFrame)
                                       : row.margins(kFrame, kGrip + kFrame, kFrame, kFrame);
@@ -122,16 +149,68 @@ void frmToolbar::ResizeButtons()
         setPlace(rectOf({place().left, place().top}, layout.preferredSize()));
         relayout();
         SetPanelPos();
-        InvalidateRect(hwnd(), nullptr, TRUE);
+        RefreshPanel();
     });
+}
+
+void frmToolbar::RefreshPanel()
+{
+    RedrawWindow(hwnd(), nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
 }
 
 void frmToolbar::ShowToolbar(bool visible)
 {
     trap(kModule, [&] {
+        if (visible)
+            opt::General::ShowToolbar.set(true);
         opt::Toolbar::ShowToolbar.set(visible);
-        SetPanelPos();
     });
+}
+
+void frmToolbar::PositionMe()
+{
+    trap(kModule, [] { opt::Toolbar::Position.set(L""); });
+}
+
+void frmToolbar::RefreshTray()
+{
+    if (ended_ || !(menuInTray(opt::Toolbar::MenuAccess.get()) || !panelWanted()))
+        frmTray::hideIcon();
+    else
+        frmTray::showIcon(signedOn_.empty() ? L"Velora" : L"Velora - " + signedOn_);
+}
+
+void frmToolbar::fillButtonItems(Menu& menu)
+{
+    const std::wstring hidden = opt::Toolbar::Buttons.get();
+    for (const ButtonRow& row : kButtons) {
+        if (!(this->*row.button).hwnd())
+            continue;
+        const bool shown = !holdsName(hidden, row.name);
+        menu.item(row.name,
+                  [name = row.name, shown] {
+                      const std::wstring before = opt::Toolbar::Buttons.get();
+                      opt::Toolbar::Buttons.set(shown ? withName(before, name)
+                                                      : withoutName(before, name));
+                  },
+                  {.checked = shown});
+    }
+}
+
+void frmToolbar::fillPanelItems(Menu& menu)
+{
+    const bool wanted = panelWanted(), horizontal = opt::Toolbar::Horizontal.get();
+    menu.item(L"&Show the Toolbar", [this, wanted] { ShowToolbar(!wanted); }, {.checked = wanted});
+    menu.item(L"&Upright", [horizontal] { opt::Toolbar::Horizontal.set(!horizontal); },
+              {.checked = !horizontal});
+    fillButtonItems(menu.submenu(L"&Buttons"));
+    menu.item(L"&Reset Position", [this] { PositionMe(); },
+              {.enabled = parsePanelOffset(opt::Toolbar::Position.get()).has_value()});
+    menu.separator();
+    const bool inTray = menuInTray(opt::Toolbar::MenuAccess.get());
+    menu.item(L"Icon in the &Notification Area",
+              [inTray] { opt::Toolbar::MenuAccess.set(inTray ? L"Toolbar" : L"Tray"); },
+              {.checked = inTray});
 }
 
 PanelOffset frmToolbar::offset() const
@@ -154,7 +233,7 @@ void frmToolbar::SetPanelPos()
         if (!isOpen())
             return;
         const bool over = IsWindow(frame_) && IsWindowVisible(frame_) && !IsIconic(frame_);
-        if (!over || !opt::Toolbar::ShowToolbar.get()) {
+        if (!over || !panelWanted()) {
             if (IsWindowVisible(hwnd()))
                 show(false);
             return;
@@ -183,11 +262,6 @@ void frmToolbar::showUnder(ImageButton& button, Menu& menu)
     for (const ButtonRow& row : kButtons)
         if (&(this->*row.button) == &button)
             tips_.add(button, row.tip);
-}
-
-void frmToolbar::onContextMenu(Control*, Point at)
-{
-    showMenu(at);
 }
 
 bool frmToolbar::onClose(CloseReason reason)
@@ -256,6 +330,7 @@ void frmToolbar::endDrag()
 std::optional<LRESULT> frmToolbar::onMessage(UINT message, WPARAM wParam, LPARAM lParam)
 {
     switch (message) {
+    case WM_SYSCOLORCHANGE: RefreshPanel(); return 0;
     case WM_SETCURSOR: {
         POINT at;
         GetCursorPos(&at);

@@ -9,6 +9,7 @@
 #include "chat/modPanel.h"
 #include "core/clsChat.h"
 #include "hook/WindowHook.h"
+#include "settings/Options.h"
 #include "ui/Controls.h"
 #include "ui/Form.h"
 #include "ui/Timer.h"
@@ -33,7 +34,11 @@ public:
 
     /// Connects to AOL and hooks the windows that are there. What fails is tried again by Timer1.
     void EnableSubclass();
-    /// Gives AOL's windows back; nothing of ours is left on them.
+    /// Stops watching AOL; the hooks that are there stay.
+    void DisableSubclass();
+    /// Takes the hooks off the windows of the room and of the mails.
+    void RemoveSubclasses();
+    /// Gives all of AOL back; nothing of ours is left on it.
     void UnhookSubclasses();
 
     /// Starts the chat reader on a room; a room that is read already is left alone.
@@ -50,13 +55,22 @@ public:
     /// none is.
     bool quoteReply() { return Replies.quoteFront(); }
 
-    /// Shows or hides the panel from now on, and remembers that.
+    /// Shows or hides the panel from now on, and remembers that. While it is hidden the program is
+    /// reached by its icon in the notification area.
     void ShowToolbar(bool visible);
     /// Puts the panel over AOL's frame where it belongs, or hides it while there is nothing to lie
     /// over. Sends AOL no message.
     void SetPanelPos();
+    /// Puts the panel back to where it stands before the user moves it.
+    void PositionMe();
     /// Lays the buttons out anew after the direction or the set of buttons changed.
     void ResizeButtons();
+    /// Draws the panel anew.
+    void RefreshPanel();
+    /// Learns from AOL's welcome window who is signed on. Sends AOL no message.
+    void RefreshWelcome();
+    /// The panel's own settings, as items of a menu.
+    void fillPanelItems(Menu& menu);
 
 protected:
     FormOptions options() const override;
@@ -83,10 +97,10 @@ private:
     void openPlus();
     /// Shows a button's menu below it (pumps).
     void showUnder(ImageButton& button, Menu& menu);
-    void showMenu(Point at);
     void fillMenu(Menu& mnuMenuItem);
-    void addPeople(Menu& menu, const std::function<void(Menu&, const std::wstring&)>& add);
-    void person(Menu& mnuPeopleItem, const std::wstring& screenName);
+    void fillButtonItems(Menu& menu);
+    void RefreshTray();
+    void optionChanged(OptionId id);
     void startDrag();
     void drag();
     void endDrag();
@@ -100,8 +114,11 @@ private:
     bool hookDisplay();
     void hookSend();
     void addAolMenus();
+    void sbcMenu_Command(UINT id);
+    void sbcMenu_Moved();
+    void sbcRealMDI_ChildChanged(HWND child);
+    void sbcMDI_ChildGone(HWND child);
     void checkChat();
-    void aolGone(HWND window);
     void aolEnded();
 
     ImageButton cmdWavs, cmdIMs, cmdMail, cmdPeople, cmdQuotes, cmdHugs, cmdFade, cmdEncrypt,
@@ -112,10 +129,11 @@ private:
     clsChatSend Send;      // sbcCmdLine and sbcSendIcon
     clsReplyHooks Replies; // sbcMB
     std::unique_ptr<clsChat> Chat;
+    OptionSubscription changes_;
 
     HWND frame_ = nullptr;
     HWND room_ = nullptr;
-    std::wstring ownKey_;   // the key of the user's own screen name
+    std::wstring signedOn_; // the user's own screen name; empty while nobody is signed on
     DWORD nextConnect_ = 0; // tick counts
     DWORD nextLook_ = 0;
     DWORD connectDelay_ = 0;

@@ -43,31 +43,36 @@ void frmToolbar::EnableSubclass()
 {
     trap(kModule, [&] {
         AgentLink& link = aolLink();
-        link.onMoved = [this] {
-            SetPanelPos();
-            call(toolbarRoutes().frameMoved);
-        };
-        link.onChild = [this](HWND document) {
-            watchRoom(true);
-            Replies.childChanged(document);
-            call(toolbarRoutes().documentChanged, document);
-        };
-        link.onGone = [this](HWND window) { aolGone(window); };
+        link.onMoved = [this] { sbcMenu_Moved(); };
+        link.onMenu = [this](UINT id) { sbcMenu_Command(id); };
+        link.onChild = [this](HWND document) { sbcRealMDI_ChildChanged(document); };
+        link.onGone = [this](HWND window) { sbcMDI_ChildGone(window); };
         link.onAolEnded = [this] { aolEnded(); };
         connect();
         Timer1.start(kTimer1Ms, [this] { Timer1_Timer(); });
         tmrIMWatch.start(kIMWatchMs, [] { call(toolbarRoutes().watchIMs); });
+        RefreshWelcome();
         watchRoom(true);
     });
+}
+
+void frmToolbar::DisableSubclass()
+{
+    Timer1.stop();
+    tmrIMWatch.stop();
+}
+
+void frmToolbar::RemoveSubclasses()
+{
+    ChatScanOff();
+    Replies.detach();
 }
 
 void frmToolbar::UnhookSubclasses()
 {
     trap(kModule, [&] {
-        Timer1.stop();
-        tmrIMWatch.stop();
-        ChatScanOff();
-        Replies.detach();
+        DisableSubclass();
+        RemoveSubclasses();
         AgentLink& link = aolLink();
         link.onMoved = nullptr;
         link.onChild = link.onGone = nullptr;
@@ -164,7 +169,7 @@ void frmToolbar::ChatScanOn(HWND chatRoom)
             return;
         }
         room_ = chatRoom;
-        ownKey_ = screenNameKey(signedOnScreenName());
+        RefreshWelcome();
         Chat = std::make_unique<clsChat>();
         Chat->ChatMsg = [this](std::wstring& screenName, std::wstring& message) {
             Chat_ChatMsg(screenName, message);
@@ -201,20 +206,45 @@ void frmToolbar::checkChat()
 void frmToolbar::Chat_ChatMsg(std::wstring& screenName, std::wstring& message)
 {
     trap(kModule, [&] {
-        const bool own = !ownKey_.empty() && screenNameKey(screenName) == ownKey_;
+        const bool own =
+            !signedOn_.empty() && screenNameKey(screenName) == screenNameKey(signedOn_);
         routeChatLine({screenName, message, own});
     });
 }
 
-void frmToolbar::aolGone(HWND window)
+void frmToolbar::RefreshWelcome()
 {
-    if (window == frame_) {
+    std::wstring name = signedOnScreenName();
+    if (name == signedOn_)
+        return;
+    signedOn_ = std::move(name);
+    RefreshTray();
+}
+
+void frmToolbar::sbcMenu_Moved()
+{
+    SetPanelPos();
+    call(toolbarRoutes().frameMoved);
+}
+
+void frmToolbar::sbcRealMDI_ChildChanged(HWND child)
+{
+    RefreshWelcome();
+    watchRoom(true);
+    Replies.childChanged(child);
+    call(toolbarRoutes().documentChanged, child);
+}
+
+void frmToolbar::sbcMDI_ChildGone(HWND child)
+{
+    if (child == frame_) {
         aolEnded();
         return;
     }
+    RefreshWelcome();
     watchRoom(true);
-    Replies.childGone(window);
-    call(toolbarRoutes().documentGone, window);
+    Replies.childGone(child);
+    call(toolbarRoutes().documentGone, child);
 }
 
 void frmToolbar::aolEnded()
@@ -222,10 +252,10 @@ void frmToolbar::aolEnded()
     if (ended_)
         return;
     ended_ = true;
-    Timer1.stop();
-    ChatScanOff();
-    Replies.detach();
+    DisableSubclass();
+    RemoveSubclasses();
     show(false);
+    RefreshTray();
     // Not from here: the link that tells it is taken down by what follows.
     if (toolbarRoutes().aolEnded)
         postCall(toolbarRoutes().aolEnded);

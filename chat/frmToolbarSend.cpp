@@ -87,18 +87,20 @@ void frmToolbar::hookSend()
 void frmToolbar::addAolMenus()
 {
     trap(kModule, [&] {
-        AgentLink& link = aolLink();
-        link.onMenu = [](UINT id) {
-            postCall([id] {
-                for (const AolMenuRow& row : kAolMenus)
-                    if (row.id == id)
-                        row.chosen();
-            });
-        };
         aolMenus_ = true;
         for (const AolMenuRow& row : kAolMenus)
             if (row.there())
-                aolMenus_ &= link.addMenuItem({{}, 0, row.beside()}, -1, row.id, row.caption);
+                aolMenus_ &= aolLink().addMenuItem({{}, 0, row.beside()}, -1, row.id, row.caption);
+    });
+}
+
+void frmToolbar::sbcMenu_Command(UINT id)
+{
+    // AOL is in the midst of closing its menu.
+    postCall([id] {
+        for (const AolMenuRow& row : kAolMenus)
+            if (row.id == id)
+                row.chosen();
     });
 }
 

@@ -4,6 +4,7 @@
 
 #include <optional>
 #include <string>
+#include <string_view>
 
 namespace velora {
 
@@ -25,5 +26,14 @@ Rect panelPlace(const Rect& frame, Size panel, PanelOffset offset);
 
 /// The offset of a panel that the user has dragged to a place.
 PanelOffset panelOffset(const Rect& frame, const Rect& panel);
+
+/// Option "MenuAccess": the program's menu is in the notification area, too ("Tray"); else on the
+/// panel alone ("Toolbar").
+bool menuInTray(std::wstring_view menuAccess);
+
+/// Option "buttons": the names of the buttons that the user has hidden, with commas between.
+bool holdsName(std::wstring_view names, std::wstring_view name);
+std::wstring withName(std::wstring_view names, std::wstring_view name);
+std::wstring withoutName(std::wstring_view names, std::wstring_view name);
 
 } // namespace velora

@@ -195,6 +195,7 @@ void routeIMs(ToolbarRoutes& routes)
     routes.frameMoved = imFrameMoved;
     routes.watchIMs = watchIMs;
     routes.openIMs = showIMs;
+    routes.takeIMs = setTabsOn;
     routes.imSwitch = [](bool on) {
         if (imRoutes().imSwitch)
             imRoutes().imSwitch(on);

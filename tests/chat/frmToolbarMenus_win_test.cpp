@@ -12,6 +12,7 @@
 #include "support/drive_win.h"
 #include "support/toolbar_win.h"
 #include "ui/MessageLoop.h"
+#include "ui/WinGeometry.h"
 
 #include <doctest/doctest.h>
 
@@ -19,23 +20,6 @@ using namespace velora;
 using namespace velora::test;
 
 namespace {
-
-BOOL CALLBACK findMenu(HWND window, LPARAM found) noexcept
-{
-    wchar_t name[16] = {};
-    GetClassNameW(window, name, 16);
-    if (std::wstring_view(name) != L"#32768" || !IsWindowVisible(window))
-        return TRUE;
-    *reinterpret_cast<bool*>(found) = true;
-    return FALSE;
-}
-
-bool menuIsOpen()
-{
-    bool found = false;
-    EnumWindows(findMenu, reinterpret_cast<LPARAM>(&found));
-    return found;
-}
 
 struct Desk {
     Desk()
@@ -46,8 +30,8 @@ struct Desk {
         routes.openIMs = [this] { done += "ims "; };
         routes.exitProgram = [this] { done += "exit "; };
         routes.ignoreMember = [this](const std::wstring& name) { done += to1252(name) + " "; };
-        shellOpen = [this](const std::wstring& file, const std::wstring&) {
-            done += to1252(file) + " ";
+        shellOpen = [this](const std::wstring& file, const std::wstring& arguments) {
+            done += to1252(arguments.empty() ? file : arguments) + " ";
             return true;
         };
         writeSetting(L"Commands", L"home", L"http://www.example.com/");
@@ -64,11 +48,11 @@ struct Desk {
         // The keys wait in the queue until the menu's own loop takes them.
         PostMessageW(drive::child(frmToolbar::instance()->hwnd(), button), BM_CLICK, 0, 0);
         const drive::Script script([&] {
-            CHECK(drive::until(menuIsOpen));
+            CHECK(drive::until(drive::menuIsOpen));
             for (const WORD key : keys)
                 drive::key(key);
         });
-        REQUIRE(drive::until([&] { return script.done() && !menuIsOpen(); }));
+        REQUIRE(drive::until([&] { return script.done() && !drive::menuIsOpen(); }));
     }
 
     ToolbarBench bench;
@@ -111,20 +95,59 @@ TEST_CASE("each menu of the panel does what its items say")
 TEST_CASE("the program's items stand in AOL's menus and never reach AOL")
 {
     Desk desk;
-    REQUIRE(drive::activate(desk.bench.host.frame()));
     // AOL's own menu loop runs in AOL: this thread only serves the toolbar.
-    drive::key('P', {VK_MENU});
-    CHECK(waitFor(menuIsOpen));
-    drive::key('V');
-    CHECK(waitFor([&] { return desk.done == "ims "; }));
+    const auto choose = [](WORD menu, WORD item) {
+        drive::key(menu, {VK_MENU});
+        CHECK(waitFor(drive::menuIsOpen));
+        drive::key(item);
+        CHECK(waitFor([] { return !drive::menuIsOpen(); }));
+    };
+    // No program shows pages here, so the help is opened without its place.
+    const struct {
+        WORD menu, item;
+        const char* done;
+    } items[] = {{'P', 'V', "ims "}, {'H', 'T', "index.html "}, {'H', 'S', "index.html "}};
+    REQUIRE(drive::activate(desk.bench.host.frame()));
+    for (const auto& item : items) {
+        desk.done.clear();
+        choose(item.menu, item.item);
+        CHECK(waitFor([&] { return desk.done.ends_with(item.done); }));
+    }
+    choose('P', 'E'); // a keyword of AOL's own
+    CHECK(waitFor([&] { return desk.bench.host.document(L"hannels") != nullptr; }));
+
     frmToolbar::instance()->UnhookSubclasses();
+    desk.done.clear();
+    REQUIRE(drive::activate(desk.bench.host.frame()));
     drive::key('P', {VK_MENU});
-    CHECK(waitFor(menuIsOpen));
+    CHECK(waitFor(drive::menuIsOpen));
     drive::key('V');
     drive::key(VK_ESCAPE);
     drive::key(VK_ESCAPE);
-    CHECK(waitFor([] { return !menuIsOpen(); }));
-    CHECK(desk.done == "ims ");
+    CHECK(waitFor([] { return !drive::menuIsOpen(); }));
+    CHECK(desk.done.empty());
+}
+
+TEST_CASE("the panel shows the buttons that the user wants, and has a menu behind the right button")
+{
+    Desk desk;
+    const HWND panel = frmToolbar::instance()->hwnd();
+    const HWND hugs = drive::child(panel, L"Hugs");
+    const int width = windowRect(panel).width();
+    const auto pick = [&](HWND over, std::vector<std::wstring> items) {
+        const drive::MenuPick picked(std::move(items));
+        REQUIRE(drive::click(over, true));
+        REQUIRE(drive::until([&] { return picked.done(); }));
+    };
+    pick(drive::child(panel, L"People"), {L"Toolbar", L"Buttons", L"Hugs"});
+    CHECK(waitFor([&] { return !IsWindowVisible(hugs); }));
+    CHECK(windowRect(panel).width() < width);
+    pick(drive::child(panel, L"People"), {L"Toolbar", L"Buttons", L"Hugs"});
+    CHECK(waitFor([&] { return IsWindowVisible(hugs) && windowRect(panel).width() == width; }));
+    pick(drive::child(panel, L"Wav List"), {L"Play Sounds Said in the Room"});
+    CHECK_FALSE(opt::General::WavDetect.get());
+    pick(drive::child(panel, L"People"), {L"Toolbar", L"Upright"});
+    CHECK(windowRect(panel).height() > windowRect(panel).width());
 }
 
 TEST_CASE("the editor takes over with Enter what was typed, and saves it")

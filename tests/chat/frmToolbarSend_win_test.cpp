@@ -202,6 +202,23 @@ TEST_CASE("a line that AOL does not take comes back as it was typed")
     CHECK((sentOnce || kept || plainOnce));
 }
 
+TEST_CASE("a line that the room does not take stays in the box as it was typed")
+{
+    Room room;
+    opt::Fader::On.set(true);
+    room.bench.host.command(L"closed on");
+    room.type(L"not now");
+    for (const Way way : {Way::enter, Way::mouse, Way::space}) {
+        CAPTURE(static_cast<int>(way));
+        sendBy(room, way);
+        CHECK(room.sent(0).empty());
+        CHECK(waitFor([&] { return textOf(room.input) == L"not now"; }));
+    }
+    room.bench.host.command(L"closed off");
+    sendBy(room, Way::mouse);
+    CHECK(room.sent(1) == std::vector<std::wstring>{faded(L"not now")});
+}
+
 TEST_CASE("a room that is built late is hooked when it is there")
 {
     Room room;

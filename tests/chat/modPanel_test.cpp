@@ -56,3 +56,14 @@ TEST_CASE("the setting")
          {L"", L"12", L"12,", L",5", L"a,b", L"-1,5", L"5,-1", L"1,2,3", L"99999999,1", L"1 ,2"})
         CHECK_FALSE(parsePanelOffset(bad));
 }
+
+TEST_CASE("the names of hidden buttons")
+{
+    std::wstring names = withName(withName(L"", L"Wav List"), L"Hugs");
+    CHECK(names == L"Wav List,Hugs");
+    CHECK(withName(names, L"hugs") == L"Wav List,hugs");
+    CHECK(holdsName(names, L"HUGS"));
+    CHECK_FALSE(holdsName(names, L"Wav"));
+    CHECK_FALSE(holdsName(names, L""));
+    CHECK(withoutName(L" , Wav List,,Hugs ,Wav List", L"Wav List") == L"Hugs");
+}

@@ -55,6 +55,39 @@ bool clickable(HWND window)
            && IsWindowEnabled(GetAncestor(window, GA_ROOT));
 }
 
+BOOL CALLBACK findMenus(HWND window, LPARAM found) noexcept
+{
+    wchar_t name[16] = {};
+    GetClassNameW(window, name, 16);
+    if (std::wstring_view(name) == L"#32768" && IsWindowVisible(window))
+        reinterpret_cast<std::vector<HWND>*>(found)->push_back(window);
+    return TRUE;
+}
+
+std::vector<HWND> openMenus()
+{
+    std::vector<HWND> found;
+    EnumWindows(findMenus, reinterpret_cast<LPARAM>(&found));
+    return found;
+}
+
+/// The middle of the item with this text in one of the open menus.
+std::optional<POINT> menuItem(std::wstring_view text)
+{
+    for (const HWND window : openMenus()) {
+        const auto menu = reinterpret_cast<HMENU>(SendMessageW(window, MN_GETHMENU, 0, 0));
+        for (int i = 0; i < GetMenuItemCount(menu); ++i) {
+            wchar_t caption[100] = {};
+            RECT place;
+            GetMenuStringW(menu, static_cast<UINT>(i), caption, 100, MF_BYPOSITION);
+            if (withoutMnemonic(caption) == text
+                && GetMenuItemRect(nullptr, menu, static_cast<UINT>(i), &place))
+                return POINT{(place.left + place.right) / 2, (place.top + place.bottom) / 2};
+        }
+    }
+    return std::nullopt;
+}
+
 } // namespace
 
 bool until(const std::function<bool()>& condition, DWORD milliseconds)
@@ -173,6 +206,11 @@ bool click(HWND window, bool right)
     return clickAt(window, size.width / 2, size.height / 2, right);
 }
 
+bool menuIsOpen()
+{
+    return !openMenus().empty();
+}
+
 bool press(HWND window, std::wstring_view buttonText)
 {
     HWND button = nullptr;
@@ -253,6 +291,22 @@ void Script::run()
         done_ = false;
         Form::unloadAll();
     });
+}
+
+MenuPick::MenuPick(std::vector<std::wstring> items) : items_(std::move(items))
+{
+    look_.start(50, [this] { look(); });
+}
+
+void MenuPick::look()
+{
+    const auto at = items_.empty() ? std::nullopt : menuItem(items_.front());
+    if (!at)
+        return;
+    items_.erase(items_.begin());
+    SetCursorPos(at->x, at->y);
+    sendMouse(MOUSEEVENTF_LEFTDOWN);
+    sendMouse(MOUSEEVENTF_LEFTUP);
 }
 
 } // namespace velora::drive

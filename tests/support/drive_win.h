@@ -28,6 +28,8 @@ std::vector<HWND> children(HWND window);
 /// when there is none.
 HWND child(HWND window, std::wstring_view textOrClass);
 
+/// Whether a menu is open, of any process.
+bool menuIsOpen();
 /// Presses a button by its text, with the mouse; waits until it is there, visible and enabled.
 /// False when there is none.
 bool press(HWND window, std::wstring_view buttonText);
@@ -65,6 +67,21 @@ private:
     std::function<void()> script_;
     Timer start_, guard_;
     bool done_ = false;
+};
+
+/// Goes through a menu that this process is about to open, with the mouse, by the texts of its
+/// items: submenus first. It never pumps, because the menu's own loop takes the mouse.
+class MenuPick {
+public:
+    explicit MenuPick(std::vector<std::wstring> items);
+    /// The last item was clicked and the menu is gone.
+    bool done() const { return items_.empty() && !menuIsOpen(); }
+
+private:
+    void look();
+
+    std::vector<std::wstring> items_;
+    Timer look_;
 };
 
 } // namespace velora::drive

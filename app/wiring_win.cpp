@@ -17,7 +17,6 @@
 #include "im_mail/modIMServices.h"
 #include "im_mail/modIM_Manager.h"
 #include "im_mail/modMailTools.h"
-#include "settings/Options.h"
 #include "sounds/modDescriptions.h"
 #include "sounds/modSounds.h"
 #include "sounds/modWavLibrary.h"

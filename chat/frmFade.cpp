@@ -3,10 +3,12 @@
 #include "base/text.h"
 #include "base/trap.h"
 #include "chat/modCurrentFade.h"
+#include "chat/frmSaveScheme.h"
 #include "chat/modFadePreview_win.h"
 #include "chat/modUseScheme.h"
 #include "core/ColourWell.h"
 #include "core/MsgBoxEx.h"
+#include "core/modAOL.h"
 #include "core/modWindowPlace.h"
 #include "ui/Fonts.h"
 #include "ui/WinGeometry.h"
@@ -33,7 +35,28 @@ void frmFade::showPanel(const std::wstring& programFolder)
         frmFade* form = find<frmFade>();
         if (!form)
             form = &open<frmFade>(programFolder);
+        form->withRoom_ = false;
         form->bringToFront();
+    });
+}
+
+void frmFade::roomEntered(const std::wstring& programFolder)
+{
+    trap(kModule, [&] {
+        if (!opt::Fader::On.get() || !opt::Fader::ShowFadePanelWithChat.get() || find<frmFade>())
+            return;
+        frmFade& form = open<frmFade>(programFolder);
+        form.withRoom_ = true;
+        ShowWindow(form.hwnd(), SW_SHOWNOACTIVATE);
+    });
+}
+
+void frmFade::roomLeft()
+{
+    trap(kModule, [] {
+        frmFade* const form = find<frmFade>();
+        if (form && form->withRoom_)
+            form->close();
     });
 }
 
@@ -303,9 +326,24 @@ void frmFade::showSchemeTag()
     cmdLoad.enable(!name.empty());
     cmdDelete.enable(!name.empty());
     const auto scheme = name.empty() ? std::nullopt : schemes_.load(name);
-    lblTag.setText(name.empty() ? L""
-                   : scheme     ? schemeTagText(*scheme) + L"\r\n" + scheme->Comments
-                                : L"This file cannot be read as a fade scheme.");
+    const std::wstring tag = name.empty() ? L""
+                             : scheme     ? schemeTagText(*scheme) + L"\r\n" + scheme->Comments
+                                          : L"This file cannot be read as a fade scheme.";
+    lblTag.setText(tag);
+    showTagTip(tag);
+}
+
+// What the narrow label below the list may cut off. Made anew, as its shape cannot be changed.
+void frmFade::showTagTip(const std::wstring& tag)
+{
+    tagTip_.reset();
+    if (tag.empty() || !opt::Fader::ShowTagToolTips.get())
+        return;
+    tagTip_.emplace();
+    tagTip_->create(*this, opt::Fader::FadeTipBalloon.get());
+    tagTip_->setColours(systemColour(opt::Fader::FadeTipTextColor.get()),
+                        systemColour(opt::Fader::FadeTipBackColor.get()));
+    tagTip_->add(lstSchemes, tag);
 }
 
 void frmFade::loadScheme()
@@ -317,11 +355,13 @@ void frmFade::loadScheme()
 
 void frmFade::saveScheme()
 {
-    const std::wstring name =
-        trim(InputBoxEx(L"Please enter a name for this Scheme and click ~BOK~B.", L"Save Scheme",
-                        selectedScheme(), {false, 60}));
-    if (name.empty())
+    const std::wstring selected = selectedScheme();
+    const FadeScheme shown = schemes_.load(selected).value_or(FadeScheme());
+    const std::wstring author = shown.Author.empty() ? signedOnScreenName() : shown.Author;
+    const auto label = frmSaveScheme({selected, author, shown.Comments}).ask();
+    if (!label)
         return;
+    const std::wstring& name = label->name;
     if (schemes_.exists(name)
         && MsgBoxEx(L"The Scheme ~B~CB" + literal(name)
                         + L"~B~CN already exists.~N ~NDo you wish to replace it with these new "
@@ -331,6 +371,8 @@ void frmFade::saveScheme()
         return;
     FadeScheme scheme = schemes_.load(name).value_or(FadeScheme());
     scheme.fade = currentFade();
+    scheme.Author = label->author;
+    scheme.Comments = label->comments;
     if (!schemes_.save(name, scheme)) {
         MsgBoxEx(L"~B~CRCannot save the Scheme!~B~CN~N ~NThe folder ~BFader\\Schemes~B cannot be "
                  L"written.",

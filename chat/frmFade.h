@@ -10,6 +10,7 @@
 #include "ui/ToolTip.h"
 
 #include <array>
+#include <optional>
 #include <utility>
 
 namespace velora {
@@ -21,6 +22,10 @@ public:
     /// Shows the panel, made at need, or closes it. Neither takes AOL's focus for good.
     static void showPanel(const std::wstring& programFolder);
     static void hidePanel();
+    /// The panel comes with a chat room and goes with it, where the options ask for that. It leaves
+    /// the focus where it is.
+    static void roomEntered(const std::wstring& programFolder);
+    static void roomLeft();
 
 protected:
     FormOptions options() const override;
@@ -48,6 +53,7 @@ private:
     void fillSchemes(const std::wstring& selected);
     std::wstring selectedScheme() const;
     void showSchemeTag();
+    void showTagTip(const std::wstring& tag);
     void loadScheme();
     void saveScheme();
     void deleteScheme();
@@ -57,6 +63,7 @@ private:
     std::vector<FadeRun> runs_;
     OptionSubscription changes_;
     bool refreshing_ = false;
+    bool withRoom_ = false; ///< it came with the room
 
     CheckBox chkOn, chkWavOnly, chkSolid, chkWavy, chkBold, chkItalic, chkULine;
     CheckBox chkNewFade, chkRandom, chkRandomColours, chkRandomNumber, chkRandomBold,
@@ -69,6 +76,7 @@ private:
     ListBox lstSchemes;
     Edit txtSample;
     ToolTip tips_;
+    std::optional<ToolTip> tagTip_; // over the list of schemes
 };
 
 } // namespace velora

@@ -5,10 +5,12 @@
 #include "base/text.h"
 #include "base/trap.h"
 #include "chat/ToolbarRoutes.h"
+#include "chat/frmFade.h"
 #include "chat/modChatSteps.h"
 #include "core/modAOL.h"
 #include "core/modChatDisplay.h"
 #include "core/modFindChild.h"
+#include "core/modMain.h"
 #include "ui/MessageLoop.h"
 
 #include <algorithm>
@@ -178,6 +180,8 @@ void frmToolbar::ChatScanOn(HWND chatRoom)
         hookDisplay();
         hookSend();
         Chat->Init(chatDisplayReader(display));
+        call(toolbarRoutes().roomEntered, windowCaption(chatRoom));
+        frmFade::roomEntered(AppPath());
     });
 }
 
@@ -187,8 +191,10 @@ void frmToolbar::ChatScanOff()
         sbcChat.detach();
         Send.detach();
         Chat.reset();
-        if (std::exchange(room_, nullptr) && toolbarRoutes().roomLeft)
-            toolbarRoutes().roomLeft();
+        if (!std::exchange(room_, nullptr))
+            return;
+        call(toolbarRoutes().roomLeft);
+        frmFade::roomLeft();
     });
 }
 

@@ -91,10 +91,16 @@ TEST_CASE("a scheme is saved, replaced only on yes, loaded and deleted")
         REQUIRE(box);
         REQUIRE(drive::activate(box));
         drive::type(name);
+        drive::key(VK_TAB);
+        drive::type(L"Rose");
+        drive::key(VK_TAB);
+        drive::type(L"for evenings");
         drive::key(VK_RETURN);
     };
     pressWith(panel.window, L"Save...", [&] { typeName(L"Mine"); });
-    CHECK(schemes.exists(L"Mine"));
+    REQUIRE(schemes.load(L"Mine"));
+    CHECK(schemes.load(L"Mine")->Author == L"Rose");
+    CHECK(schemes.load(L"Mine")->Comments == L"for evenings");
 
     Fade other = before;
     other.FadeNumber = 2;

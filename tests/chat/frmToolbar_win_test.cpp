@@ -1,8 +1,14 @@
 #include "chat/frmToolbar.h"
 
+#include "base/files.h"
+#include "base/text.h"
+#include "chat/ToolbarRoutes.h"
+#include "chat/clsChatLogger.h"
+#include "chat/frmFade.h"
 #include "core/modAOL.h"
 #include "settings/Options.h"
 #include "support/drive_win.h"
+#include "support/tempdir.h"
 #include "support/toolbar_win.h"
 #include "ui/WinGeometry.h"
 
@@ -105,6 +111,63 @@ TEST_CASE("lines are heard from the room that is open, each once, own ones marke
         CHECK(lines[i] == L"Ann|line " + std::to_wstring(i));
     for (const std::wstring& line : bench.heard)
         CHECK(line.find(L"before we listened") == std::wstring::npos);
+}
+
+TEST_CASE("the rooms that the user goes through are in the chat log, each with entry and exit")
+{
+    ToolbarBench bench;
+    const TempDir dir;
+    clsChatLogger logger(dir.path() + L"\\chat logs", [] { return std::wstring(L"Me"); });
+    ToolbarRoutes& routes = toolbarRoutes();
+    routes.roomEntered = [&](const std::wstring& caption) { logger.enterRoom(caption); };
+    routes.roomLeft = [&] { logger.leaveRoom(); };
+    routes.logLine = [&](const std::wstring& name, const std::wstring& message) {
+        logger.AppendChatLog(name, message);
+    };
+    opt::General::ChatLog.set(true);
+    bench.load();
+    const auto log = [&](const wchar_t* room) {
+        // The times differ from run to run.
+        std::wstring kept;
+        const auto bytes = readFile(dir.path() + L"\\chat logs\\Me\\" + room + L".log");
+        for (const std::wstring& line : splitLines(from1252(bytes.value_or("(none)"))))
+            kept += line.substr(0, line.find(L" on ")) + L"|";
+        return kept;
+    };
+    bench.enterRoom(L"First Room");
+    bench.host.command(L"say Joe Smith: hello");
+    CHECK(bench.hears(L"Joe Smith|hello"));
+    bench.enterRoom(L"Second Room");
+    CHECK(waitFor([&] {
+        return log(L"First Room")
+               == L"Log Entry:\tEntered \"First Room\"|Joe Smith:\thello|Log Entry:\tExited room|";
+    }));
+    // The same window becomes another room: AOL's host says so.
+    bench.host.command(L"move Third Room");
+    CHECK(waitFor([&] { return log(L"Third Room").starts_with(L"Log Entry:\tEntered"); }));
+    CHECK(log(L"Second Room") == L"Log Entry:\tEntered \"Second Room\"|Log Entry:\tExited room|");
+    bench.host.command(L"leave");
+    CHECK(waitFor([&] { return log(L"Third Room").ends_with(L"Log Entry:\tExited room|"); }));
+    CHECK(listFolder(dir.path() + L"\\chat logs\\Me", L"*").size() == 3);
+}
+
+TEST_CASE("the fade panel comes and goes with the room while the fader is on")
+{
+    ToolbarBench bench;
+    bench.load();
+    bench.enterRoom(L"First Room");
+    CHECK_FALSE(Form::find<frmFade>());
+    bench.host.command(L"leave");
+    opt::Fader::On.set(true);
+    bench.enterRoom(L"Second Room");
+    REQUIRE(Form::find<frmFade>());
+    // That it leaves the focus in AOL cannot be seen here: X window managers focus new windows.
+    CHECK(IsWindowVisible(Form::find<frmFade>()->hwnd()));
+    bench.host.command(L"leave");
+    CHECK(waitFor([] { return !Form::find<frmFade>(); }));
+    opt::Fader::ShowFadePanelWithChat.set(false);
+    bench.enterRoom(L"Third Room");
+    CHECK_FALSE(Form::find<frmFade>());
 }
 
 TEST_CASE("the end of AOL is told once, whatever way it ends")

@@ -2,8 +2,8 @@
 
 #include "base/text.h"
 #include "base/trap.h"
-#include "chat/modCurrentFade.h"
 #include "chat/frmSaveScheme.h"
+#include "chat/modCurrentFade.h"
 #include "chat/modFadePreview_win.h"
 #include "chat/modUseScheme.h"
 #include "core/ColourWell.h"

@@ -30,7 +30,7 @@ bool has(const std::function<void()>& route)
 
 bool panelWanted()
 {
-    return opt::Toolbar::ShowToolbar.get() && opt::General::ShowToolbar.get();
+    return opt::Toolbar::ShowToolbar.get();
 }
 
 bool always(const ToolbarRoutes&)
@@ -81,6 +81,8 @@ frmToolbar::~frmToolbar() = default;
 frmToolbar& frmToolbar::load()
 {
     frmToolbar& form = open<frmToolbar>();
+    if (!opt::General::ShowToolbar.get())
+        form.ShowToolbar(false); // the user likes to begin without it
     form.EnableSubclass();
     form.SetPanelPos();
     form.RefreshTray();
@@ -121,11 +123,9 @@ void frmToolbar::optionChanged(OptionId id)
         return;
     if (id == opt::Toolbar::Horizontal.id() || id == opt::Toolbar::Buttons.id())
         ResizeButtons();
-    if (id == opt::Toolbar::ShowToolbar.id() || id == opt::General::ShowToolbar.id()
-        || id == opt::Toolbar::Position.id())
+    if (id == opt::Toolbar::ShowToolbar.id() || id == opt::Toolbar::Position.id())
         SetPanelPos();
-    if (id == opt::Toolbar::ShowToolbar.id() || id == opt::General::ShowToolbar.id()
-        || id == opt::Toolbar::MenuAccess.id())
+    if (id == opt::Toolbar::ShowToolbar.id() || id == opt::Toolbar::MenuAccess.id())
         RefreshTray();
 }
 
@@ -160,11 +160,7 @@ void frmToolbar::RefreshPanel()
 
 void frmToolbar::ShowToolbar(bool visible)
 {
-    trap(kModule, [&] {
-        if (visible)
-            opt::General::ShowToolbar.set(true);
-        opt::Toolbar::ShowToolbar.set(visible);
-    });
+    trap(kModule, [&] { opt::Toolbar::ShowToolbar.set(visible); });
 }
 
 void frmToolbar::PositionMe()

@@ -142,7 +142,9 @@ OptionPage fader()
            check(L"Only sounds from the Wav List", Fader::FadeWavOnly,
                  L"Typed text goes out plain; sound lines go out faded"),
            check(L"Solid: one colour after another", Fader::SolidFade,
-                 L"Every letter takes the next colour, without shades in between")}},
+                 L"Every letter takes the next colour, without shades in between"),
+           check(L"Show the Fade Panel with a chat room", Fader::ShowFadePanelWithChat,
+                 L"While the fader is on, the panel comes and goes with the room")}},
          {L"After each use",
           {check(L"Take a new fade", Fader::NewFadeAfterUse, L"The next line gets another fade"),
            check(L"Draw it at random", Fader::DoRandomFade, L"Off: the fade stays as it is")
@@ -161,7 +163,13 @@ OptionPage fader()
                .needing(Fader::DoRandomFade),
            check(L"Wavy", Fader::UseRandomWavy, L"Wavy comes out on half of the time")
                .needing(Fader::DoRandomFade)},
-          2}}};
+          2},
+         {L"Schemes",
+          std::vector{check(L"Tell about a scheme in a tooltip", Fader::ShowTagToolTips,
+                            L"Author, dates and comments, over the list of schemes in the Fade "
+                            L"Panel. Taken up when a scheme is chosen")}
+              + tipLook(Fader::FadeTipBalloon, Fader::FadeTipTextColor, Fader::FadeTipBackColor,
+                        Fader::ShowTagToolTips)}}};
 }
 
 OptionPage toolbar()
@@ -171,10 +179,17 @@ OptionPage toolbar()
             L"The panel of buttons over AOL's window.",
             {{L"Toolbar",
               {check(L"Show the toolbar", Toolbar::ShowToolbar,
-                     L"Without it, type \"/options\" in a chat room to come back to this window"),
+                     L"Without it, Velora's icon in the notification area holds the menus"),
                choice(L"Direction:", Toolbar::Horizontal, L"How its buttons stand",
                       {{L"Lying", L"True"}, {L"Upright", L"False"}})
-                   .needing(Toolbar::ShowToolbar)}}}};
+                   .needing(Toolbar::ShowToolbar),
+               check(L"Begin with the toolbar", General::ShowToolbar,
+                     L"Off: whenever Velora starts the toolbar is hidden")}},
+             {L"Menus",
+              {choice(L"Velora's menus:", Toolbar::MenuAccess,
+                      L"The icon also comes up while the toolbar is hidden",
+                      {{L"On the toolbar", L"Toolbar"},
+                       {L"On the toolbar and in the notification area", L"Tray"}})}}}};
 }
 
 OptionPage wavList()

@@ -13,6 +13,8 @@ namespace velora {
 
 /// The text box of a reply or forward window; 0 when the window is none, or is not built yet.
 HWND GetMailReplyWnd(HWND window);
+/// Scrolls a text box of AOL so that its cursor is in sight.
+void ScrollToCursor(HWND textBox);
 
 /// Works on aolLink(). Every entry is trapped; nothing here waits for a window to appear.
 class clsReplyHooks {
@@ -30,6 +32,14 @@ public:
     /// the options say of quoting. False when no such window is open.
     bool quoteFront();
 
+    /// The Reply and the Forward button of a window that is read; 0 when it has none, or is no such
+    /// window.
+    HWND GetReplyHelpIcon(HWND window) const;
+    HWND GetFwdHelpIcon(HWND window) const;
+    /// Whether a board's message is read in this window, alone: it can be answered, and unlike a
+    /// mail not passed on.
+    bool IsStandaloneMB(HWND window) const;
+
     /// Whether the Reply button of this window is hooked.
     bool hooked(HWND window) const;
     /// Whether the last button that the user pressed was Forward.
@@ -43,7 +53,8 @@ private:
         std::array<HWND, 3> icons{}; ///< by Button; 0 where there is none
         std::array<WindowHook, 3> sbcMB;
         HWND pressed = nullptr; ///< the icon on which the mouse button went down
-        bool board() const { return !icons[static_cast<int>(Button::forward)]; }
+        HWND icon(Button button) const { return icons[static_cast<int>(button)]; }
+        bool board() const { return !icon(Button::forward); }
     };
     /// A reply that was asked for and whose window has not been filled.
     struct Awaited {
@@ -57,6 +68,7 @@ private:
         HWND window = nullptr;     ///< once it is there
     };
 
+    const ReadWindow* find(HWND window) const;
     /// False when AOL did not answer, so that the child has to be looked at again.
     bool lookAt(HWND child);
     void hookFront();

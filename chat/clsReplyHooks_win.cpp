@@ -101,6 +101,11 @@ HWND GetMailReplyWnd(HWND window)
     return nullptr;
 }
 
+void ScrollToCursor(HWND textBox)
+{
+    sendToAol(textBox, EM_SCROLLCARET, 0, 0, kAolTimerTimeout);
+}
+
 clsReplyHooks::clsReplyHooks() = default;
 
 clsReplyHooks::~clsReplyHooks()
@@ -145,9 +150,7 @@ void clsReplyHooks::childChanged(HWND child)
 bool clsReplyHooks::lookAt(HWND child)
 {
     const HWND text = readText(child);
-    const bool known = std::any_of(read_.begin(), read_.end(),
-                                   [&](const auto& read) { return read->window == child; });
-    if (!text || known)
+    if (!text || find(child))
         return true;
     auto read = std::make_unique<ReadWindow>();
     read->window = child;
@@ -165,7 +168,7 @@ bool clsReplyHooks::lookAt(HWND child)
             if (!read->icons[i] && equalNoCase(trimView(*caption), captions[i]))
                 read->icons[i] = icon;
     }
-    if (read->icons[static_cast<int>(Button::reply)] && read_.size() < kMostRead)
+    if (read->icon(Button::reply) && read_.size() < kMostRead)
         read_.push_back(std::move(read));
     return true;
 }
@@ -188,11 +191,35 @@ void clsReplyHooks::hookFront()
         unhooked_ |= !hook(*front[i]);
 }
 
+const clsReplyHooks::ReadWindow* clsReplyHooks::find(HWND window) const
+{
+    const auto found = std::find_if(read_.begin(), read_.end(),
+                                    [&](const auto& read) { return read->window == window; });
+    return found == read_.end() ? nullptr : found->get();
+}
+
+HWND clsReplyHooks::GetReplyHelpIcon(HWND window) const
+{
+    const ReadWindow* const read = find(window);
+    return read ? read->icon(Button::reply) : nullptr;
+}
+
+HWND clsReplyHooks::GetFwdHelpIcon(HWND window) const
+{
+    const ReadWindow* const read = find(window);
+    return read ? read->icon(Button::forward) : nullptr;
+}
+
+bool clsReplyHooks::IsStandaloneMB(HWND window) const
+{
+    const ReadWindow* const read = find(window);
+    return read && read->board();
+}
+
 bool clsReplyHooks::hooked(HWND window) const
 {
-    return std::any_of(read_.begin(), read_.end(), [&](const auto& read) {
-        return read->window == window && read->sbcMB[static_cast<int>(Button::reply)].window();
-    });
+    const ReadWindow* const read = find(window);
+    return read && read->sbcMB[static_cast<int>(Button::reply)].window();
 }
 
 bool clsReplyHooks::hook(ReadWindow& read)
@@ -239,10 +266,9 @@ bool clsReplyHooks::quoteFront()
         kModule,
         [&] {
             for (const HWND child : documents())
-                for (const auto& read : read_)
-                    if (read->window == child)
-                        return remember(*read, Button::reply, true)
-                               && clickAolIcon(read->icons[static_cast<int>(Button::reply)]);
+                if (const ReadWindow* const read = find(child))
+                    return remember(*read, Button::reply, true)
+                           && clickAolIcon(read->icon(Button::reply));
             return false;
         },
         false);
@@ -336,6 +362,7 @@ bool clsReplyHooks::fill(const Awaited& awaited)
         composeReply(*existing, quotes ? awaited.original : OriginalMessage{}, quote);
     // One try: a text that AOL took too late for us must not be put there again.
     putReply(aolLink(), body, *existing, text);
+    ScrollToCursor(body);
     return true;
 }
 

@@ -1,6 +1,7 @@
 #include "chat/frmFadeInsert.h"
 
 #include "base/trap.h"
+#include "chat/clsReplyHooks.h"
 #include "chat/modCurrentFade.h"
 #include "chat/modFadePreview_win.h"
 #include "core/MsgBoxEx.h"
@@ -32,7 +33,8 @@ HWND frontTextBox()
          const HWND next = FindChildByClass(reinterpret_cast<HWND>(*front), L"RICHCNTL", which);
          ++which)
         box = next;
-    return box;
+    // Older boards write in a box of another class.
+    return box ? box : GetMailReplyWnd(reinterpret_cast<HWND>(*front));
 }
 
 frmFadeInsert::frmFadeInsert() : Form(kModule) {}
@@ -113,6 +115,7 @@ void frmFadeInsert::insert()
             kMsgExclamation, L"Fade and Insert");
         return;
     }
+    ScrollToCursor(box);
     SystemRandom random;
     prepareNextFade(random);
     txtText.setText({});

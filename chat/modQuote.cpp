@@ -41,7 +41,7 @@ std::size_t headEnd(std::wstring_view text)
     // Its first line has a label ("Subj:", "Objet :").
     const std::wstring_view first = text.substr(0, text.find_first_of(L"\r\n"));
     const std::size_t colon = first.find(L':');
-    if (colon == first.npos || colon > 12 || senderFromMailText(text).empty())
+    if (colon == first.npos || colon > 12 || GetScreenNameFromMail(text).empty())
         return 0;
     std::size_t at = 0;
     while (at < text.size()) {
@@ -256,7 +256,7 @@ bool answersSubject(std::wstring_view reply, std::wstring_view original)
     return b.empty() || (!a.empty() && (startsWithNoCase(a, b) || startsWithNoCase(b, a)));
 }
 
-std::wstring senderFromMailText(std::wstring_view text)
+std::wstring GetScreenNameFromMail(std::wstring_view text)
 {
     static constexpr std::wstring_view labels[] = {L"From:", L"Von:", L"De:", L"De :",
                                                    L"Absender:"};
@@ -265,7 +265,7 @@ std::wstring senderFromMailText(std::wstring_view text)
     return trim(std::wstring_view(sender).substr(0, sender.find(L" (")));
 }
 
-std::wstring dateFromMailText(std::wstring_view text)
+std::wstring GetDateFromMail(std::wstring_view text)
 {
     static constexpr std::wstring_view labels[] = {L"Date:", L"Sent:", L"Datum:", L"Date :"};
     return headValue(text, labels);

@@ -65,8 +65,8 @@ bool answersSubject(std::wstring_view reply, std::wstring_view original);
 
 /// Sender, date and subject from the head of a read message ("Subj:", "Date:", "From:" lines, in
 /// any edition's words); empty when the head has none.
-std::wstring senderFromMailText(std::wstring_view text);
-std::wstring dateFromMailText(std::wstring_view text);
+std::wstring GetScreenNameFromMail(std::wstring_view text);
+std::wstring GetDateFromMail(std::wstring_view text);
 std::wstring subjectFromMailText(std::wstring_view text);
 /// What follows the head and its empty line; all of a text that has no head.
 std::wstring bodyFromMailText(std::wstring_view text);
@@ -116,8 +116,8 @@ std::wstring GetSeperatorText(std::wstring_view charHtml, const OriginalMessage&
                               const Alias& alias)
 {
     const std::wstring shown = shownText(original);
-    const DateAndTime when = splitMailDate(dateFromMailText(shown));
-    return FillVariables(charHtml, {alias(senderFromMailText(shown)), when.date, when.time});
+    const DateAndTime when = splitMailDate(GetDateFromMail(shown));
+    return FillVariables(charHtml, {alias(GetScreenNameFromMail(shown)), when.date, when.time});
 }
 
 } // namespace velora

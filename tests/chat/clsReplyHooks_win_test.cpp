@@ -197,6 +197,26 @@ TEST_CASE("a selection is quoted alone, and AOL's own quotation of it goes")
     CHECK(bench.becomes(bench.replyWindow(L"Re: Lunch"), quoted(L"two")));
 }
 
+TEST_CASE("the cursor behind a long text is brought into sight")
+{
+    ReplyBench bench;
+    std::wstring lines;
+    for (int i = 0; i < 80; ++i)
+        lines += L"line\\n";
+    const HWND mail = bench.read(mailFrom(L"Joe Smith", lines + L"end"));
+    bench.click(mail, L"Forward");
+    const HWND forward = bench.replyWindow(L"Fwd: Lunch");
+    HWND box = nullptr;
+    const auto firstLine = [&] {
+        return sendToAol(box, EM_GETFIRSTVISIBLELINE, 0, 0).value_or(-1);
+    };
+    REQUIRE(waitFor([&] { return (box = GetMailReplyWnd(forward)) && firstLine() > 40; }));
+    sendToAol(box, WM_VSCROLL, SB_TOP, 0);
+    REQUIRE(firstLine() == 0);
+    ScrollToCursor(box);
+    CHECK(firstLine() > 40);
+}
+
 TEST_CASE("forwards are quoted too, without AOL's copy beside it")
 {
     for (const int edition : {0, 4, 5}) {

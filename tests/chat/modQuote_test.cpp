@@ -67,10 +67,10 @@ TEST_CASE("subjects, senders and dates")
     CHECK_FALSE(isReplySubject(L"Reply: x"));
     const wchar_t* mail =
         L"Subj:\tHello\r\nDate:\t1/2/2003 4:05 PM\r\nFrom:\tJoe Smith (x@y.z)\r\n\r\nFrom: not";
-    CHECK(senderFromMailText(mail) == L"Joe Smith");
-    CHECK(dateFromMailText(mail) == L"1/2/2003 4:05 PM");
-    CHECK(senderFromMailText(L"Thema: x\r\nVon: Hans\r\n") == L"Hans");
-    CHECK(senderFromMailText(L"nothing here").empty());
+    CHECK(GetScreenNameFromMail(mail) == L"Joe Smith");
+    CHECK(GetDateFromMail(mail) == L"1/2/2003 4:05 PM");
+    CHECK(GetScreenNameFromMail(L"Thema: x\r\nVon: Hans\r\n") == L"Hans");
+    CHECK(GetScreenNameFromMail(L"nothing here").empty());
 }
 
 TEST_CASE("a reply is matched to its message by the subject")
@@ -101,8 +101,8 @@ TEST_CASE("head and body of a read message, in three languages")
         CAPTURE(head);
         const std::wstring text = head + std::wstring(L"First\r\n\r\nFrom: nobody");
         CHECK(subjectFromMailText(text) == L"Hi");
-        CHECK(senderFromMailText(text) == L"Joe");
-        CHECK(dateFromMailText(text) == L"1.2.03");
+        CHECK(GetScreenNameFromMail(text) == L"Joe");
+        CHECK(GetDateFromMail(text) == L"1.2.03");
         CHECK(bodyFromMailText(text) == L"First\r\n\r\nFrom: nobody");
     }
     for (const wchar_t* none :

@@ -13,7 +13,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     if (size == 0)
         return 0;
     const std::wstring text = from1252({reinterpret_cast<const char*>(data) + 1, size - 1});
-    const QuoteVariables values{senderFromMailText(text), dateFromMailText(text), text};
+    const QuoteVariables values{GetScreenNameFromMail(text), GetDateFromMail(text), text};
     for (const QuoteTemplate& quote : builtInTemplates()) {
         const std::wstring filled = FillVariables(quote.CharHtml, values);
         if (std::count(filled.begin(), filled.end(), L'<')

@@ -48,6 +48,8 @@ struct ToolbarRoutes {
     std::function<void(Menu&)> mailMenu, quotesMenu;
     /// Encrypts the mail that is open (the button cmdEncrypt).
     std::function<void()> encryptMail;
+    /// Shows the encrypted text of the mail that is read.
+    std::function<void()> decryptMail;
     /// Answers the mail that is read with its text quoted; opens the templates of such replies.
     std::function<void()> quoteReply, editTemplates;
     /// Instant messages of this member are taken no notice of from now on.

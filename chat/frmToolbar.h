@@ -6,6 +6,7 @@
 // never takes the focus.
 #include "chat/clsChatSend.h"
 #include "chat/clsReplyHooks.h"
+#include "chat/frmMailBar.h"
 #include "chat/modPanel.h"
 #include "core/clsChat.h"
 #include "hook/WindowHook.h"
@@ -126,8 +127,9 @@ private:
     ToolTip tips_;
     Timer Timer1, tmrDrag, tmrIMWatch;
     WindowHook sbcChat;
-    clsChatSend Send;      // sbcCmdLine and sbcSendIcon
-    clsReplyHooks Replies; // sbcMB
+    clsChatSend Send;            // sbcCmdLine and sbcSendIcon
+    clsReplyHooks Replies;       // sbcMB
+    frmMailBar MailBar{Replies}; // sbcMail
     std::unique_ptr<clsChat> Chat;
     OptionSubscription changes_;
 

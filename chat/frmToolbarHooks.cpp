@@ -67,6 +67,7 @@ void frmToolbar::DisableSubclass()
 void frmToolbar::RemoveSubclasses()
 {
     ChatScanOff();
+    MailBar.detach();
     Replies.detach();
 }
 
@@ -118,6 +119,7 @@ void frmToolbar::Timer1_Timer()
         }
         connect();
         SetPanelPos();
+        MailBar.follow();
         watchRoom(false);
     });
 }
@@ -230,6 +232,7 @@ void frmToolbar::RefreshWelcome()
 void frmToolbar::sbcMenu_Moved()
 {
     SetPanelPos();
+    MailBar.follow();
     call(toolbarRoutes().frameMoved);
 }
 
@@ -238,6 +241,7 @@ void frmToolbar::sbcRealMDI_ChildChanged(HWND child)
     RefreshWelcome();
     watchRoom(true);
     Replies.childChanged(child);
+    MailBar.documentChanged(child);
     call(toolbarRoutes().documentChanged, child);
 }
 
@@ -250,6 +254,7 @@ void frmToolbar::sbcMDI_ChildGone(HWND child)
     RefreshWelcome();
     watchRoom(true);
     Replies.childGone(child);
+    MailBar.documentGone(child);
     call(toolbarRoutes().documentGone, child);
 }
 

@@ -251,15 +251,19 @@ void drawFade(Canvas& c)
         true);
 }
 
-void drawEncrypt(Canvas& c)
+/// A lock; open, its shackle stands out at the right.
+void drawLock(Canvas& c, bool open)
 {
     const Colour line = rgb(0x7F5A00);
+    const double body = open ? -2.4 : 0.0, top = open ? 7.0 : 8.6, side = open ? 16.2 : 12.0;
     const Shape shackle =
-        both(arc({12, 8.6}, 4.7, 2.3, 180, 360),
-             both(stroke({{7.3, 8.6}, {7.3, 12}}, 2.3), stroke({{16.7, 8.6}, {16.7, 12}}, 2.3)));
+        both(arc({side, top}, 4.7, 2.3, 180, 360),
+             both(stroke({{side - 4.7, top}, {side - 4.7, 12}}, 2.3),
+                  stroke({{side + 4.7, top}, {side + 4.7, open ? 10.0 : 12.0}}, 2.3)));
     c.outlined(shackle, {rgb(0xE3E9F0), rgb(0x9FADBD)}, kSteel);
-    c.outlined(box(4.2, 10.6, 19.8, 21.4, 2), {rgb(0xFFE38A), rgb(0xF0A818)}, line);
-    c.fill(both(disc({12, 15}, 1.7), stroke({{12, 15}, {12, 18.4}}, 1.5)), {rgb(0x6A4A00)});
+    c.outlined(box(4.2 + body, 10.6, 19.8 + body, 21.4, 2), {rgb(0xFFE38A), rgb(0xF0A818)}, line);
+    c.fill(both(disc({12 + body, 15}, 1.7), stroke({{12 + body, 15}, {12 + body, 18.4}}, 1.5)),
+           {rgb(0x6A4A00)});
 }
 
 void drawMenu(Canvas& c)
@@ -384,6 +388,30 @@ void drawAnswer(Canvas& c)
            {kWhite});
 }
 
+/// An arrow that goes back, and a quotation mark.
+void drawReplyQuote(Canvas& c)
+{
+    const Shape arrow = both(stroke({{8, 6.6}, {15, 6.6}, {19.4, 9}, {21, 13}}, 3.4),
+                             polygon({{9, 1.2}, {9, 12}, {2, 6.6}}, 0.4));
+    c.outlined(arrow, {rgb(0xA6E594), rgb(0x2F9A22)}, rgb(0x1F6414));
+    const auto mark = [](double x) {
+        return both(disc({x, 18.6}, 2.5), arc({x + 1.9, 18.4}, 4.2, 1.7, 182, 262));
+    };
+    c.outlined(both(mark(5), mark(12.6)), {rgb(0xB98AE6), rgb(0x7A3FC4)}, rgb(0x4A2380));
+}
+
+/// A speaking-trumpet.
+void drawAdvertise(Canvas& c)
+{
+    const Colour line = rgb(0x92420A);
+    c.outlined(polygon({{6, 14}, {10.6, 13.4}, {12.4, 21}, {8.4, 21}}, 0.5), {rgb(0xD0D8E2)},
+               kSteel);
+    c.outlined(
+        polygon({{2.6, 8.8}, {6.4, 8.4}, {18.6, 2.6}, {18.6, 19.4}, {6.4, 14.6}, {2.6, 14}}, 0.6),
+        {rgb(0xFFC58A), rgb(0xE8731A)}, line);
+    c.fill(arc({16.4, 11}, 5.4, 1.8, -50, 50), {rgb(0xE8731A)});
+}
+
 } // namespace
 
 std::vector<std::uint32_t> drawIcon(IconId id, int size)
@@ -397,7 +425,7 @@ std::vector<std::uint32_t> drawIcon(IconId id, int size)
     case IconId::quotes: drawQuotes(c); break;
     case IconId::hugs: drawHugs(c); break;
     case IconId::fade: drawFade(c); break;
-    case IconId::encrypt: drawEncrypt(c); break;
+    case IconId::encrypt: drawLock(c, false); break;
     case IconId::menu: drawMenu(c); break;
     case IconId::plus: drawPlus(c); break;
     case IconId::play: drawPlay(c); break;
@@ -414,6 +442,9 @@ std::vector<std::uint32_t> drawIcon(IconId id, int size)
     case IconId::copy: drawCopy(c); break;
     case IconId::log: drawLog(c); break;
     case IconId::answer: drawAnswer(c); break;
+    case IconId::replyQuote: drawReplyQuote(c); break;
+    case IconId::decrypt: drawLock(c, true); break;
+    case IconId::advertise: drawAdvertise(c); break;
     case IconId::count: break;
     }
     return c.pixels();

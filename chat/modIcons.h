@@ -31,6 +31,9 @@ enum class IconId {
     copy,
     log,
     answer,
+    replyQuote,
+    decrypt,
+    advertise,
     count
 };
 

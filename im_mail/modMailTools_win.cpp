@@ -10,6 +10,7 @@
 #include "core/modAOL.h"
 #include "hook/aolSend.h"
 #include "im_mail/clsAolMailBody.h"
+#include "settings/Options.h"
 #include "sounds/frmWavs.h"
 #include "sounds/modMailAttach.h"
 #include "ui/Menu.h"
@@ -124,6 +125,7 @@ bool AttachSound()
 void routeMail(ToolbarRoutes& routes)
 {
     routes.encryptMail = [] { EncryptMail(); };
+    routes.decryptMail = [] { DecryptMail(); };
     routes.mailMenu = [](Menu& mnuMailItem) {
         const ToolbarRoutes& others = toolbarRoutes();
         mnuMailItem.item(L"&Write to...", [] { WriteMailTo(); });
@@ -138,10 +140,12 @@ void routeMail(ToolbarRoutes& routes)
         mnuMailItem.item(L"&Attach a Sound...", [] { AttachSound(); });
         mnuMailItem.item(L"&Fade the Selection", [] { FadeMailSelection(); });
         mnuMailItem.item(L"Fade and &Insert...", [] { frmFadeInsert::showWindow(); });
-        if (others.editTemplates) {
-            mnuMailItem.separator();
+        mnuMailItem.separator();
+        if (others.editTemplates)
             mnuMailItem.item(L"Reply &Templates...", others.editTemplates);
-        }
+        mnuMailItem.item(L"Buttons on Mail &Windows",
+                         [] { opt::Toolbar::MailBar.set(!opt::Toolbar::MailBar.get()); },
+                         {.checked = opt::Toolbar::MailBar.get()});
     };
 }
 

@@ -44,7 +44,6 @@ void frmSaveScheme::onCreate()
     setCancelButton(cmdCancel);
     setFirstFocus(txtName);
     setLayout(rows({fields, buttonRow({cmdOK, cmdCancel})}).margins());
-    txtName.select();
 }
 
 } // namespace velora

@@ -29,6 +29,8 @@ public:
     /// Takes over what has been typed and not been taken yet.
     virtual void commit() {}
     std::function<void(const std::wstring& text)> onChange;
+    /// The user has put other settings in the place of all.
+    std::function<void()> onReplaced;
 
 protected:
     virtual void display(const std::wstring& text) = 0;

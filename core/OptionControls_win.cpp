@@ -4,6 +4,7 @@
 #include "core/ColourWell.h"
 #include "core/MsgBoxEx.h"
 #include "core/modHotWordList.h"
+#include "core/modSettingsFile.h"
 #include "ui/Fonts.h"
 
 #include <commdlg.h>
@@ -373,6 +374,33 @@ private:
     Button cmdAdd, cmdRemove;
 };
 
+class FileOption final : public OptionControl {
+public:
+    Box create(Form& page, const OptionField& field, ToolTip& tips) override
+    {
+        lblOption.create(page, field.caption);
+        cmdSave.create(page, L"&Save Settings...", [this] { saveSettings(window()); });
+        cmdLoad.create(page, L"&Load Settings...", [this] {
+            if (loadSettings(window()) && onReplaced)
+                onReplaced();
+        });
+        tips.add(cmdSave, field.tip);
+        tips.add(cmdLoad, L"You are asked before yours are replaced, and a copy of them is kept");
+        return rows({lblOption, columns({columns({cmdSave, cmdLoad}).sameSizes(), space()})});
+    }
+    void enable(bool) override {}
+    void focus() override { cmdSave.focus(); }
+
+protected:
+    void display(const std::wstring&) override {}
+
+private:
+    HWND window() const { return GetAncestor(cmdSave.hwnd(), GA_ROOT); }
+
+    Label lblOption;
+    Button cmdSave, cmdLoad;
+};
+
 } // namespace
 
 void OptionControl::show(const std::wstring& text)
@@ -402,6 +430,7 @@ std::unique_ptr<OptionControl> makeOptionControl(FieldKind kind)
     case FieldKind::choice: return std::make_unique<ChoiceOption>();
     case FieldKind::colour: return std::make_unique<ColourOption>();
     case FieldKind::sound: return std::make_unique<SoundOption>();
+    case FieldKind::file: return std::make_unique<FileOption>();
     case FieldKind::words: return std::make_unique<WordsOption>();
     default: return std::make_unique<EditOption>();
     }

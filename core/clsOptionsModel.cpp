@@ -21,15 +21,9 @@ std::wstring joined(const std::vector<std::wstring>& words)
 
 std::wstring storedText(const OptionField& field)
 {
-    if (!field.option)
-        return joined(hotWords());
-    switch (optionCatalogue()[static_cast<std::size_t>(*field.option)].type) {
-    case OptionType::Boolean: return textOf(RegValue(optionValue<bool>(*field.option)));
-    case OptionType::Integer:
-    case OptionType::Long: return std::to_wstring(optionValue<long>(*field.option));
-    case OptionType::String: break;
-    }
-    return optionValue<std::wstring>(*field.option);
+    if (field.option)
+        return textOf(presentValue(*field.option));
+    return field.kind == FieldKind::words ? joined(hotWords()) : std::wstring();
 }
 
 bool write(const OptionField& field, const RegValue& value)
@@ -86,10 +80,18 @@ void clsOptionsModel::change(Index index, const std::wstring& text)
 
 void clsOptionsModel::follow(OptionId option)
 {
-    const auto index = indexOf(option);
-    if (!index)
-        return;
-    Entry& entry = entries_[*index];
+    if (const auto index = indexOf(option))
+        follow(entries_[*index]);
+}
+
+void clsOptionsModel::followAll()
+{
+    for (Entry& entry : entries_)
+        follow(entry);
+}
+
+void clsOptionsModel::follow(Entry& entry)
+{
     const bool mine = touched(entry);
     entry.stored = storedText(*entry.field);
     if (!mine)

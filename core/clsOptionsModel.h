@@ -29,6 +29,8 @@ public:
     void change(Index index, const std::wstring& text);
     /// The option was set, here or elsewhere: its field shows that unless the user has touched it.
     void follow(OptionId option);
+    /// All may be others now, the hot words too.
+    void followAll();
     /// Gives the fields of a page the defaults of their options.
     void restoreDefaults(std::size_t page);
     /// The first field whose text may not stand there.
@@ -39,6 +41,7 @@ public:
 
 private:
     std::optional<Index> indexOf(OptionId option) const;
+    void follow(Entry& entry);
     bool touched(const Entry& entry) const { return entry.text != entry.stored; }
 
     std::vector<Entry> entries_;

@@ -93,6 +93,10 @@ Box frmOptionPage::createField(const OptionField& field, int indent)
         model_.change(index, text);
         changed_();
     };
+    control.onReplaced = [this] {
+        model_.followAll();
+        changed_();
+    };
     const Box placed = rows({box.grow()}).margins(indent, 0, 0, 0);
     return field.kind == FieldKind::words ? placed.grow() : placed;
 }

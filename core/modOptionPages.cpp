@@ -78,7 +78,17 @@ OptionPage general()
              {L"Names",
               {check(L"Call people by their aliases", General::ChatAliasEnabled,
                      L"The chat log and the sounds of the room know people by the names that you "
-                     L"gave them in the Alias Editor")}}}};
+                     L"gave them in the Alias Editor")}},
+             {L"All settings",
+              {{FieldKind::file,
+                L"They can be kept in a file, and taken to another machine.",
+                L"With aliases, keywords and hot words, without buddy notes and lists of sounds",
+                {},
+                {},
+                0,
+                0,
+                {},
+                {}}}}}};
 }
 
 OptionPage chatRoom()
@@ -176,7 +186,7 @@ OptionPage toolbar()
 {
     using namespace opt;
     return {L"Toolbar",
-            L"The panel of buttons over AOL's window.",
+            L"The panel over AOL's window. A right click on it chooses its buttons.",
             {{L"Toolbar",
               {check(L"Show the toolbar", Toolbar::ShowToolbar,
                      L"Without it, Velora's icon in the notification area holds the menus"),
@@ -473,11 +483,11 @@ std::vector<OptionPage> withMnemonics(std::vector<OptionPage> pages)
         std::wstring taken(kWindowKeys);
         for (const OptionGroup& group : page.groups)
             for (const OptionField& field : group.fields)
-                if (field.kind == FieldKind::words)
-                    taken += kWordsKeys;
+                taken += keysOf(field.kind);
         for (OptionGroup& group : page.groups)
             for (OptionField& field : group.fields)
-                giveMnemonic(field.caption, taken);
+                if (field.kind != FieldKind::file)
+                    giveMnemonic(field.caption, taken);
     }
     return pages;
 }
@@ -533,6 +543,22 @@ const std::vector<OptionPage>& optionPages()
         {general(), chatRoom(), hotWordsPage(), fader(), toolbar(), wavList(), sounds(),
          descriptions(), instantMessages(), alerts(), autoAnswer(), mail(), replies()});
     return pages;
+}
+
+std::wstring_view keysOf(FieldKind kind)
+{
+    return kind == FieldKind::words ? kWordsKeys : kind == FieldKind::file ? kFileKeys : L"";
+}
+
+RegValue presentValue(OptionId option)
+{
+    switch (optionCatalogue()[static_cast<std::size_t>(option)].type) {
+    case OptionType::Boolean: return optionValue<bool>(option);
+    case OptionType::Integer:
+    case OptionType::Long: return static_cast<std::int32_t>(optionValue<long>(option));
+    case OptionType::String: break;
+    }
+    return optionValue<std::wstring>(option);
 }
 
 std::optional<RegValue> fieldValue(const OptionField& field, std::wstring_view text)

@@ -21,6 +21,7 @@ enum class FieldKind {
     colour,
     sound, // the path of a file, or a sound's name
     words, // the hot words, one a line; no option
+    file,  // two buttons that keep all settings in a file and take them from it; no option
 };
 
 struct FieldChoice {
@@ -56,11 +57,18 @@ struct OptionPage {
     std::vector<OptionGroup> groups;
 };
 
-/// The mnemonics that no field of a page has: those of the window, and of the list of words.
+/// The mnemonics that no caption of a page has: those of the window, and of the controls that know
+/// their own.
 inline constexpr std::wstring_view kWindowKeys = L"PRA";
 inline constexpr std::wstring_view kWordsKeys = L"WDM";
+inline constexpr std::wstring_view kFileKeys = L"SL";
+/// Those of the controls that a field of this kind brings along.
+std::wstring_view keysOf(FieldKind kind);
 
 const std::vector<OptionPage>& optionPages();
+
+/// The option's value now, in its own type.
+RegValue presentValue(OptionId option);
 
 /// The value that a text stands for; absent when it may not stand there.
 std::optional<RegValue> fieldValue(const OptionField& field, std::wstring_view text);

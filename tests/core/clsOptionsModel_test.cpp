@@ -41,8 +41,7 @@ TEST_CASE("the table of pages is sound")
             for (const OptionField& field : group.fields) {
                 CAPTURE(to1252(field.caption));
                 ++fields;
-                if (field.kind == FieldKind::words)
-                    mnemonics += kWordsKeys;
+                mnemonics += keysOf(field.kind);
                 const wchar_t mnemonic = mnemonicOf(field.caption);
                 if (mnemonic) {
                     CHECK(mnemonics.find(mnemonic) == mnemonics.npos);

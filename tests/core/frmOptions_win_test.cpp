@@ -1,14 +1,19 @@
 #include "core/frmOptions.h"
 
+#include "base/files.h"
 #include "core/frmMsg.h"
 #include "core/modHotWordList.h"
-#include "support/drive_win.h"
+#include "core/modMain.h"
+#include "core/modSettingsFile.h"
+#include "support/answer_win.h"
 #include "support/memory_store.h"
+#include "support/tempdir.h"
 #include "ui/MessageLoop.h"
 
 #include <doctest/doctest.h>
 
 using namespace velora;
+using velora::test::Answer;
 
 namespace {
 
@@ -197,4 +202,32 @@ TEST_CASE("hot words are added, changed and removed")
     window.open(L"Hot Words");
     window.pressWith(L"Restore Defaults...", L"Yes", L"Hot Words");
     CHECK(hotWords().size() == 3);
+}
+
+TEST_CASE("all settings are taken from a file after a question, and the former ones are kept")
+{
+    Window window(L"General");
+    opt::Fader::On.set(true);
+    const TempDir dir;
+    const std::wstring file = joinPath(dir.path(), L"mine.txt");
+    replaceFile(file, "Velora settings 1\r\n"
+                      "General\tAutoCloseTime\tnumber\t42\r\n"
+                      "General\tAutoCloseMsgBox\ttext\tFalse\r\n");
+    REQUIRE(window.shows(L"Load Settings..."));
+    {
+        constexpr wchar_t kCaption[] = L"Velora - Options";
+        const Answer choice(L"Open", L"Load Settings", L"", file);
+        const Answer question(L"Yes", kCaption, L"the 2 settings of mine.txt");
+        const Answer done(L"OK", kCaption, L"have been loaded");
+        PostMessageW(window.control(L"Load Settings..."), BM_CLICK, 0, 0);
+        REQUIRE(drive::until([&] { return done.came() && !Form::find<frmMsg>(); }, 30000));
+    }
+    CHECK(opt::General::AutoCloseTime.get() == 42);
+    CHECK_FALSE(opt::Fader::On.get());
+    CHECK(drive::text(window.control(L"Edit")) == L"42");
+    const auto kept =
+        readFile(joinPath(AppPath(), L"data\\settings before loading.txt")).value_or("");
+    const ReadSettings former = readSettingsFile(kept);
+    CHECK_FALSE(former.badLine);
+    CHECK(kept.find("Fader\tOn\ttext\tTrue") != kept.npos);
 }

@@ -163,6 +163,11 @@ TEST_CASE("with the options off, Tab and Enter are AOL's own")
     CHECK(replyIs(L"Rose3", L"one\r\ntwo\tx"));
     CHECK(openIMs().SelectedNick() == L"Rose3");
     CHECK(AolHost::listOf(bench.host.command(L"imsent")).empty());
+
+    const HWND copy = drive::child(frmTabIM::instance()->hwnd(), L"Copy");
+    CHECK(IsWindowVisible(copy));
+    opt::IM::TabExtraBtns.set(false); // as the options window does
+    CHECK_FALSE(IsWindowVisible(copy));
 }
 
 TEST_CASE("an alias for the sender of the current IM")

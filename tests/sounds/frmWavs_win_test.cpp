@@ -463,13 +463,11 @@ TEST_CASE(
     CHECK(cell(1, 0) == L"tiger");
     CHECK(cell(1, 2) == L"striped & wild");
     opt::Descriptions::ShowAs.set(L"Line");
-    wavDescriptionsChanged();
     bench.find(L"tig");
     CHECK(bench.shows(L"Comments: striped & wild"));
 
     // Under the mouse, in a balloon of its own.
     opt::Descriptions::ShowAs.set(L"ToolTip");
-    wavDescriptionsChanged();
     bench.find(L"");
     RECT row{LVIR_BOUNDS, 0, 0, 0};
     const HWND rows = drive::child(bench.list, WC_LISTVIEWW);

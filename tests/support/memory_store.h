@@ -5,6 +5,7 @@
 #include "settings/SettingsStore.h"
 
 #include <map>
+#include <set>
 
 namespace velora {
 
@@ -37,7 +38,12 @@ public:
     {
         data[std::wstring(section)].erase(std::wstring(name));
     }
-    void removeSection(std::wstring_view section) override { data.erase(std::wstring(section)); }
+    void removeSection(std::wstring_view section) override
+    {
+        std::erase_if(data, [&](const auto& entry) {
+            return entry.first == section || entry.first.starts_with(std::wstring(section) + L'\\');
+        });
+    }
     std::vector<std::pair<std::wstring, RegValue>> values(std::wstring_view section) override
     {
         const Section& found = data[std::wstring(section)];
@@ -45,12 +51,13 @@ public:
     }
     std::vector<std::wstring> sections(std::wstring_view section) override
     {
-        std::vector<std::wstring> names;
-        const std::wstring prefix = std::wstring(section) + L'\\';
+        const std::wstring prefix = section.empty() ? L"" : std::wstring(section) + L'\\';
+        std::set<std::wstring> names;
         for (const auto& [name, values] : data)
-            if (name.starts_with(prefix) && name.find(L'\\', prefix.size()) == name.npos)
-                names.push_back(name.substr(prefix.size()));
-        return names;
+            if (name.starts_with(prefix) && name.size() > prefix.size())
+                names.insert(
+                    name.substr(prefix.size(), name.find(L'\\', prefix.size()) - prefix.size()));
+        return {names.begin(), names.end()};
     }
 };
 

@@ -1,7 +1,5 @@
 #include "support/aolhost_win.h"
 
-#include "base/text.h"
-
 #include <doctest/doctest.h>
 
 using namespace velora::test;
@@ -13,76 +11,9 @@ void setText(HWND input, const std::wstring& text)
     SendMessageW(input, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(text.c_str()));
 }
 
-/// The first "_AOL_Icon" after the window among its siblings.
-HWND iconAfter(HWND window)
-{
-    do
-        window = GetWindow(window, GW_HWNDNEXT);
-    while (window && classOf(window) != L"_AOL_Icon");
-    return window;
-}
-
 constexpr const wchar_t* kEntry = L"OnlineHost:\t*** You are in \"Town Square\". ***";
 
 } // namespace
-
-TEST_CASE("a room has AOL's controls in AOL's order, in every version")
-{
-    for (int version = 3; version <= 7; ++version) {
-        CAPTURE(version);
-        AolHost::Options options;
-        options.version = version;
-        AolHost aol(options);
-        const HWND room = aol.enterRoom();
-        CHECK(classOf(room) == L"AOL Child");
-        CHECK(textOf(room) == L"Town Square");
-        const HWND display = childOfClass(room, version == 7 ? L"RICHCNTLREADONLY" : L"RICHCNTL");
-        const HWND input = childOfClass(room, L"RICHCNTL", version == 7 ? 1 : 2);
-        CHECK(display == aol.displayWindow());
-        CHECK(input == aol.inputWindow());
-        CHECK(textOf(iconAfter(input)) == L"Send");
-        CHECK(childOfClass(room, L"_AOL_LISTBOX"));
-        CHECK(childOfClass(room, L"_AOL_COMBOBOX"));
-        CHECK(childOfText(room, L"1"));
-        aol.command(L"people +Rose3");
-        CHECK(childOfText(room, L"2"));
-    }
-}
-
-TEST_CASE("what is typed is sent by Enter and by Send, and arrives in the display")
-{
-    for (const int version : {5, 6}) {
-        CAPTURE(version);
-        AolHost::Options options;
-        options.version = version;
-        AolHost aol(options);
-        aol.enterRoom();
-        const HWND input = aol.inputWindow();
-        const HWND send = iconAfter(input);
-        setText(input, L"<FONT COLOR=#FF0000>hi</FONT> all");
-        SendMessageW(input, WM_CHAR, VK_RETURN, 0);
-        CHECK(aol.sent() == std::vector<std::wstring>{L"<FONT COLOR=#FF0000>hi</FONT> all"});
-        CHECK(aol.display() == std::wstring(kEntry) + L"\r\nOrv Tester:\thi all");
-        CHECK(textOf(input).empty());
-
-        setText(input, L"by the mouse");
-        PostMessageW(send, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(3, 3));
-        PostMessageW(send, WM_LBUTTONUP, 0, MAKELPARAM(3, 3));
-        CHECK(waitFor([&] { return aol.sent().size() == 2; }));
-
-        setText(input, L"by the space key");
-        SendMessageW(send, WM_KEYDOWN, VK_SPACE, 0);
-        SendMessageW(send, WM_KEYUP, VK_SPACE, 0);
-        CHECK(aol.sent().size() == 3);
-
-        setText(input, L"by a character");
-        SendMessageW(send, WM_CHAR, VK_RETURN, 0);
-        CHECK(aol.sent().size() == (version >= 6 ? 4 : 3));
-        setText(input, L"   ");
-        SendMessageW(input, WM_CHAR, VK_RETURN, 0);
-        CHECK(aol.sent().size() == (version >= 6 ? 4 : 3));
-    }
-}
 
 TEST_CASE("the Enter key sends once and leaves no line end, whichever of its messages counts")
 {
@@ -112,36 +43,9 @@ TEST_CASE("the Enter key sends once and leaves no line end, whichever of its mes
     }
 }
 
-TEST_CASE("each line is followed by one notice, sent or posted, through every way of creation")
-{
-    struct Way {
-        const wchar_t *mdi, *notice;
-        bool wide;
-    };
-    for (const Way& way : {Way{L"create", L"sent", false}, Way{L"ex", L"posted", true},
-                           Way{L"plain", L"posted", false}}) {
-        CAPTURE(way.mdi);
-        AolHost::Options options;
-        options.mdiCreation = way.mdi;
-        options.notice = way.notice;
-        options.unicodeEdits = way.wide;
-        AolHost aol(options);
-        const HWND room = aol.enterRoom();
-        CHECK(GetParent(room) == aol.mdi());
-        CHECK((IsWindowUnicode(aol.displayWindow()) != 0) == way.wide);
-        for (int i = 0; i < 3; ++i)
-            aol.command(L"say Rose3: line");
-        CHECK(waitFor([&] { return aol.status()[L"notices"] == L"4"; }));
-        aol.command(L"leave");
-        CHECK_FALSE(IsWindow(room));
-    }
-}
-
 TEST_CASE("a room built late exists without controls and then shows what was said before")
 {
-    AolHost::Options options;
-    options.lateMs = 600000;
-    AolHost aol(options);
+    AolHost aol({.lateMs = 600000});
     aol.command(L"room Town Square");
     aol.command(L"say Rose3: early");
     const HWND room = aol.document(L"Town Square");
@@ -174,11 +78,16 @@ TEST_CASE("long lines wrap, a long display loses its oldest whole lines")
     CHECK(text.find(L"\tline 300") + 9 == text.size());
 }
 
-TEST_CASE("a room may be a window of the chat form's class, known by that alone")
+TEST_CASE("the mark of an unread message goes when its window comes to the front")
 {
     AolHost aol;
-    aol.command(L"chatform on");
-    const HWND room = aol.enterRoom();
-    CHECK(classOf(room) == L"AOL_CHAT_FORM");
-    CHECK_FALSE(childOfText(room, L"1"));
+    aol.enterRoom();
+    aol.command(L"im Joe: one");
+    const HWND im = aol.document(L"Joe");
+    CHECK(textOf(im) == L">Instant Message From: Joe");
+    aol.command(L"activate Joe");
+    CHECK(textOf(im) == L"Instant Message From: Joe");
+    aol.command(L"activate Town Square");
+    aol.command(L"im Joe: two");
+    CHECK(textOf(im) == L">Instant Message From: Joe");
 }

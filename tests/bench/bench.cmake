@@ -4,6 +4,7 @@ if(WIN32 OR (NOT VELORA_SANITIZE AND NOT VELORA_FUZZ))
   file(GLOB bench_sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/bench/*_bench.cpp)
   if(WIN32)
     list(APPEND bench_sources ${CMAKE_CURRENT_SOURCE_DIR}/support/aolhost_win.cpp
+         ${CMAKE_CURRENT_SOURCE_DIR}/support/process_win.cpp
          ${CMAKE_CURRENT_SOURCE_DIR}/support/tempdir.cpp)
     # The smallest program that shows a window: what a start costs before any line of ours runs.
     add_executable(velora_bench_empty WIN32 ${CMAKE_CURRENT_SOURCE_DIR}/bench/empty_window.cpp)

@@ -1,8 +1,6 @@
-// The IM manager on AOL's real windows: how soon an IM has its tab, what a scan costs, the log, and
-// what is left of a thousand IMs.
-#include "base/clsFileOp.h"
+// The IM manager on AOL's real windows: how soon an IM has its tab, what a scan costs, and what is
+// left of a thousand IMs.
 #include "base/handles.h"
-#include "base/text.h"
 #include "base/win.h"
 #include "bench/bench.h"
 #include "core/modAOL.h"
@@ -182,44 +180,22 @@ BENCH("im: a scan with 50 open IMs")
         scene.arrive(i);
     need(waitFor([] { return openIMs().Count() == 50; }), "50 IMs are not taken");
     const HWND mdi = scene.host.mdi();
-    const double bare = medianMs(200, [&] {
+    const auto walk = [&] {
         wchar_t text[256];
         for (HWND child = GetWindow(mdi, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
             GetClassNameW(child, text, 256);
             GetWindowTextW(child, text, 256);
         }
-    });
+    };
+    const double bare = medianMs(200, walk);
     report.row("walking AOL's documents", bare);
     report.row("FindImTab, the 50 in tabs", medianMs(200, [] { FindImTab(true); }), bare);
     setTabsOn(false);
     need(waitFor([] { return openIMs().Count() == 0; }), "the IMs are not given back");
-    const double full = medianMs(200, [&] {
-        wchar_t text[256];
-        for (HWND child = GetWindow(mdi, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
-            GetClassNameW(child, text, 256);
-            GetWindowTextW(child, text, 256);
-        }
-    });
+    const double full = medianMs(200, walk);
     report.row("walking AOL's documents, the 50 among them", full);
     report.row("FindImTab, the 50 in AOL", medianMs(200, [] { FindImTab(false); }), full);
     report.row("what the watch timer does", medianMs(50, [] { watchIMs(); }), full);
-}
-
-BENCH("im: log append beside a raw write")
-{
-    TempDir temp;
-    const std::wstring path = temp.path() + L"\\raw.log", own = temp.path() + L"\\own.log";
-    const std::wstring record(120, L'x');
-    const std::string bytes = to1252(record);
-    const double raw = medianMs(400, [&] {
-        const FileHandle file(CreateFileW(path.c_str(), FILE_APPEND_DATA, FILE_SHARE_READ, nullptr,
-                                          OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
-        DWORD written;
-        WriteFile(file.get(), bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr);
-    });
-    report.row("open, write, close", raw);
-    report.row("AppendTextToFile", medianMs(400, [&] { clsFileOp::AppendTextToFile(own, record); }),
-               raw);
 }
 
 BENCH("im: a thousand opened and closed")

@@ -1,6 +1,5 @@
 // How long programs take from their start to their first window, and how large they are.
 #include "base/files.h"
-#include "base/handles.h"
 #include "base/win.h"
 #include "bench/bench.h"
 #include "support/aolhost_win.h"
@@ -15,10 +14,7 @@ namespace {
 
 std::wstring beside(const wchar_t* name)
 {
-    wchar_t path[MAX_PATH];
-    GetModuleFileNameW(nullptr, path, MAX_PATH);
-    std::wstring folder = path;
-    return folder.substr(0, folder.rfind(L'\\') + 1) + name;
+    return test::buildFolder() + L"\\" + name;
 }
 
 struct Sought {
@@ -42,24 +38,15 @@ BOOL CALLBACK isSought(HWND window, LPARAM data)
 /// Milliseconds until the program shows a window with that title. The program is ended then.
 double untilWindow(const std::wstring& program, const wchar_t* title)
 {
-    STARTUPINFOW startup{};
-    startup.cb = sizeof startup;
-    PROCESS_INFORMATION made{};
-    std::wstring line = L"\"" + program + L"\"";
     const double start = clockMs();
-    if (!CreateProcessW(program.c_str(), line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
-                        &startup, &made))
-        throw std::runtime_error("a program could not be started");
-    const KernelHandle process(made.hProcess), thread(made.hThread);
-    Sought sought{made.dwProcessId, title, false};
+    const test::Process process(program, {});
+    Sought sought{process.id(), title, false};
     while (!sought.found && clockMs() - start < 20000) {
         EnumWindows(isSought, reinterpret_cast<LPARAM>(&sought));
-        if (!sought.found && WaitForSingleObject(process.get(), 1) == WAIT_OBJECT_0)
+        if (!sought.found && WaitForSingleObject(process.handle(), 1) == WAIT_OBJECT_0)
             throw std::runtime_error("a program ended before it showed its window");
     }
     const double taken = clockMs() - start;
-    TerminateProcess(process.get(), 0);
-    WaitForSingleObject(process.get(), 5000);
     if (!sought.found)
         throw std::runtime_error("a program showed no window");
     return taken;

@@ -1,11 +1,11 @@
 // What reading the tags of a folder costs: 10,000 files, each opened, its last 128 bytes read, and
 // closed again; natively beside another tag library.
 #include "base/files.h"
-#include "base/random.h"
 #include "base/text.h"
 #include "bench/bench.h"
 #include "sounds/clsMP3.h"
 
+#include <filesystem>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -20,8 +20,6 @@
 #else
 #include <fcntl.h>
 #include <unistd.h>
-
-#include <cstdlib>
 #endif
 
 using namespace velora;
@@ -37,15 +35,6 @@ using BarePath = std::wstring;
 BarePath barePath(const std::wstring& path)
 {
     return path;
-}
-std::wstring temporaryFolder()
-{
-    wchar_t path[MAX_PATH];
-    return std::wstring(path, GetTempPathW(MAX_PATH, path));
-}
-void removeFolder(const std::wstring& path)
-{
-    RemoveDirectoryW(path.c_str());
 }
 /// The least that gets at a file's end.
 unsigned bareRead(const BarePath& path)
@@ -66,15 +55,6 @@ using BarePath = std::string;
 BarePath barePath(const std::wstring& path)
 {
     return toUtf8(path);
-}
-std::wstring temporaryFolder()
-{
-    const char* const path = std::getenv("TMPDIR");
-    return fromUtf8(path ? path : "/tmp") + L"/";
-}
-void removeFolder(const std::wstring& path)
-{
-    rmdir(toUtf8(path).c_str());
 }
 /// The least that gets at a file's end.
 unsigned bareRead(const BarePath& path)
@@ -102,27 +82,20 @@ std::string silence()
 struct Library {
     Library()
     {
-        SystemRandom random;
-        folder = temporaryFolder() + L"velora-tags-"
-                 + std::to_wstring(static_cast<long>(random.rnd() * 1e9));
-        makeFolder(folder);
+        std::filesystem::remove_all(folder);
+        std::filesystem::create_directory(folder);
         for (int i = 0; i < kFiles; ++i) {
             clsMP3 tag;
             tag.SetTitle(L"Title " + std::to_wstring(i));
             tag.SetArtist(L"Somebody");
             tag.SetGenre(static_cast<std::uint8_t>(i % 148));
-            paths.push_back(joinPath(folder, L"sound " + std::to_wstring(i) + L".mp3"));
+            paths.push_back((folder / ("sound " + std::to_string(i) + ".mp3")).wstring());
             appendToFile(paths.back(), silence());
             tag.SaveTag(paths.back());
         }
     }
-    ~Library()
-    {
-        for (const std::wstring& path : paths)
-            deleteFile(path);
-        removeFolder(folder);
-    }
-    std::wstring folder;
+    ~Library() { std::filesystem::remove_all(folder); }
+    const std::filesystem::path folder = std::filesystem::temp_directory_path() / "velora-tags";
     std::vector<std::wstring> paths;
 };
 

@@ -15,23 +15,13 @@ namespace {
 
 int g_reports = 0;
 
-struct Logging {
-    Logging() : former(setSettingsStore(std::make_unique<MemoryStore>()))
-    {
-        LoadSettings();
-        opt::General::ChatLog.set(true);
-    }
-    ~Logging()
-    {
-        setSettingsStore(std::move(former));
-        LoadSettings();
-    }
+struct Logging : StoreScope {
+    Logging() { opt::General::ChatLog.set(true); }
     std::wstring content(const wchar_t* room) const
     {
         return from1252(
             readFile(dir.path() + L"\\chat logs\\Me\\" + room + L".log").value_or("(none)"));
     }
-    std::unique_ptr<SettingsStore> former;
     TempDir dir;
     clsChatLogger logger{dir.path() + L"\\chat logs", [] { return std::wstring(L"Me"); }};
 };

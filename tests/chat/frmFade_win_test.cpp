@@ -3,9 +3,9 @@
 #include "base/files.h"
 #include "chat/modCurrentFade.h"
 #include "support/drive_win.h"
-#include "support/memory_store.h"
+#include "support/form_scope_win.h"
+#include "support/steps_win.h"
 #include "support/tempdir.h"
-#include "ui/MessageLoop.h"
 
 #include <doctest/doctest.h>
 
@@ -16,11 +16,9 @@ using namespace velora;
 namespace {
 
 /// A fade panel over settings and schemes of the test's own.
-struct Panel {
-    Panel() : former(setSettingsStore(std::make_unique<MemoryStore>()))
+struct Panel : test::FormScope {
+    Panel()
     {
-        LoadSettings();
-        opt::General::AutoCloseMsgBox.set(false);
         prepareFader(dir.path());
         frmFade::showPanel(dir.path());
         window = drive::window(L"Velora - Fader");
@@ -30,13 +28,9 @@ struct Panel {
     ~Panel()
     {
         frmFade::hidePanel();
-        doEvents();
         nextScheme = nullptr;
-        setSettingsStore(std::move(former));
-        LoadSettings();
     }
     TempDir dir;
-    std::unique_ptr<SettingsStore> former;
     HWND window = nullptr;
 };
 
@@ -45,24 +39,12 @@ bool checked(HWND window, std::wstring_view text)
     return SendMessageW(drive::child(window, text), BM_GETCHECK, 0, 0) == BST_CHECKED;
 }
 
-/// Presses a button of the box with this caption that has it; other windows may share the caption.
-bool answer(const wchar_t* caption, const wchar_t* button)
-{
-    for (HWND box = nullptr; (box = FindWindowExW(nullptr, box, nullptr, caption));)
-        if (drive::child(box, button))
-            return drive::press(box, button);
-    return false;
-}
-
-/// Presses a button that opens a box, and drives that box meanwhile.
-void pressWith(HWND window, const wchar_t* button, std::function<void()> drive)
+/// Presses a button that opens boxes, and answers them.
+void pressWith(HWND window, const wchar_t* button, std::vector<test::Step> boxes)
 {
     const HWND pressed = drive::child(window, button);
     REQUIRE(pressed);
-    // Posted, so that the box is open before the script's timer comes.
-    PostMessageW(pressed, BM_CLICK, 0, 0);
-    drive::Script script(std::move(drive));
-    CHECK(drive::until([&] { return script.done(); }));
+    test::Steps(std::move(boxes), [&] { PostMessageW(pressed, BM_CLICK, 0, 0); });
 }
 
 } // namespace
@@ -86,18 +68,15 @@ TEST_CASE("a scheme is saved, replaced only on yes, loaded and deleted")
     Panel panel;
     const Fade before = currentFade();
     const clsSchemes schemes(panel.dir.path());
-    const auto typeName = [](const wchar_t* name) {
-        const HWND box = drive::window(L"Velora - Save Scheme");
-        REQUIRE(box);
-        REQUIRE(drive::activate(box));
-        drive::type(name);
+    const test::Step named = test::byKeys(L"Velora - Save Scheme", [] {
+        drive::type(L"Mine");
         drive::key(VK_TAB);
         drive::type(L"Rose");
         drive::key(VK_TAB);
         drive::type(L"for evenings");
         drive::key(VK_RETURN);
-    };
-    pressWith(panel.window, L"Save...", [&] { typeName(L"Mine"); });
+    });
+    pressWith(panel.window, L"Save...", {named});
     REQUIRE(schemes.load(L"Mine"));
     CHECK(schemes.load(L"Mine")->Author == L"Rose");
     CHECK(schemes.load(L"Mine")->Comments == L"for evenings");
@@ -105,14 +84,8 @@ TEST_CASE("a scheme is saved, replaced only on yes, loaded and deleted")
     Fade other = before;
     other.FadeNumber = 2;
     setCurrentFade(other);
-    std::unique_ptr<drive::Script> refusal;
-    pressWith(panel.window, L"Save...", [&] {
-        typeName(L"Mine");
-        // The question comes up when the box's own loop has ended, and this script with it.
-        refusal = std::make_unique<drive::Script>(
-            [] { CHECK(drive::until([] { return answer(L"Velora - Save Scheme", L"No"); })); });
-    });
-    CHECK(drive::until([&] { return refusal->done(); }));
+    pressWith(panel.window, L"Save...",
+              {named, {L"Velora - Save Scheme", L"Mine already exists.", L"No"}});
     CHECK(schemes.load(L"Mine")->fade == before);
 
     const HWND list = drive::child(panel.window, WC_LISTBOXW);
@@ -125,9 +98,7 @@ TEST_CASE("a scheme is saved, replaced only on yes, loaded and deleted")
     CHECK(drive::until([&] { return currentFade() == before; }));
     CHECK(opt::Fader::Default.get() == L"Mine");
 
-    pressWith(panel.window, L"Delete", [] {
-        CHECK(drive::until([] { return answer(L"Velora - Delete Scheme", L"Yes"); }));
-    });
+    pressWith(panel.window, L"Delete", {{L"Velora - Delete Scheme", L"Mine", L"Yes"}});
     CHECK_FALSE(schemes.exists(L"Mine"));
 }
 
@@ -144,7 +115,6 @@ TEST_CASE("a damaged scheme is said to be one and changes nothing")
                == 0;
     }));
     SendMessageW(list, LB_SETCURSEL, 0, 0);
-    pressWith(panel.window, L"Load",
-              [] { CHECK(drive::until([] { return answer(L"Velora - Fader", L"OK"); })); });
+    pressWith(panel.window, L"Load", {{L"Velora - Fader", L"Cannot load the Scheme!"}});
     CHECK(currentFade() == before);
 }

@@ -1,11 +1,10 @@
 #include "chat/frmTemplates.h"
 
 #include "chat/modQuotesMenu_win.h"
-#include "settings/Options.h"
 #include "support/drive_win.h"
-#include "support/memory_store.h"
+#include "support/form_scope_win.h"
+#include "support/steps_win.h"
 #include "ui/Menu.h"
-#include "ui/MessageLoop.h"
 
 #include <doctest/doctest.h>
 
@@ -16,23 +15,14 @@ namespace {
 constexpr wchar_t kCaption[] = L"Velora - Reply Templates";
 
 /// The editor over settings of the test's own.
-struct Editor {
-    Editor() : former(setSettingsStore(std::make_unique<MemoryStore>()))
+struct Editor : test::FormScope {
+    Editor()
     {
-        LoadSettings();
-        opt::General::AutoCloseMsgBox.set(false);
         MakeDefaultTemplates();
         frmTemplates::showWindow();
         window = drive::window(kCaption);
         REQUIRE(window);
         REQUIRE(drive::activate(window));
-    }
-    ~Editor()
-    {
-        Form::unloadAll();
-        doEvents();
-        setSettingsStore(std::move(former));
-        LoadSettings();
     }
     HWND list() const { return drive::child(window, L"ListBox"); }
     /// The box for the name (0) or the HTML (1).
@@ -46,28 +36,14 @@ struct Editor {
         }
         return nullptr;
     }
-    std::unique_ptr<SettingsStore> former;
     HWND window = nullptr;
 };
 
 /// Presses Cancel and answers the question that comes.
 void cancelWith(HWND window, const wchar_t* answer)
 {
-    PostMessageW(drive::child(window, L"Cancel"), BM_CLICK, 0, 0);
-    HWND pressed = nullptr;
-    drive::Script script([&] {
-        HWND box = nullptr;
-        REQUIRE(drive::until([&] {
-            for (box = nullptr; (box = FindWindowExW(nullptr, box, nullptr, kCaption));)
-                if (box != window && drive::child(box, answer))
-                    return true;
-            return false;
-        }));
-        CHECK(drive::press(box, answer));
-        pressed = box;
-    });
-    CHECK(drive::until([&] { return script.done(); }));
-    CHECK(drive::gone(pressed));
+    test::Steps({{kCaption, L"You have changed the templates.", answer}},
+                [&] { PostMessageW(drive::child(window, L"Cancel"), BM_CLICK, 0, 0); });
 }
 
 void collect(HMENU menu, std::vector<std::wstring>& out)

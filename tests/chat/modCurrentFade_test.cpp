@@ -14,15 +14,8 @@ struct HalfRandom : RandomSource {
 };
 
 /// Options over a store of the test's own.
-struct FreshOptions {
-    FreshOptions() : former(setSettingsStore(std::make_unique<MemoryStore>())) { LoadSettings(); }
-    ~FreshOptions()
-    {
-        nextScheme = nullptr;
-        setSettingsStore(std::move(former));
-        LoadSettings();
-    }
-    std::unique_ptr<SettingsStore> former;
+struct FreshOptions : StoreScope {
+    ~FreshOptions() { nextScheme = nullptr; }
 };
 
 } // namespace

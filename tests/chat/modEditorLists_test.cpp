@@ -9,17 +9,9 @@
 
 using namespace velora;
 
-namespace {
-struct FreshSettings {
-    FreshSettings() : former(setSettingsStore(std::make_unique<MemoryStore>())) {}
-    ~FreshSettings() { setSettingsStore(std::move(former)); }
-    std::unique_ptr<SettingsStore> former;
-};
-} // namespace
-
 TEST_CASE("commands and aliases live in the settings; removed ones go")
 {
-    const FreshSettings settings;
+    const StoreScope settings;
     const TempDir dir;
     saveEditorList(EditorList::Commands, dir.path(), {{L"news", L"http://x /y"}, {L"mail", L"m"}});
     CHECK(commandTarget(L"news") == L"http://x/y");

@@ -166,15 +166,6 @@ TEST_CASE("the wave restarts in a gradient and goes on in a solid fade")
     CHECK(MakeSolidFade(std::string_view("x"), one) == "<FONT COLOR=#000000><sup>x");
 }
 
-TEST_CASE("four colours cut ten characters into four, three and three")
-{
-    const Fade fade = fadeOf(4, {0x0000FF, 0x00FF00, 0xFF0000, 0x000000});
-    const std::string out = FadeColor(std::string_view("abcdefghij"), fade);
-    CHECK(out.find("<FONT COLOR=#00FF00>d") != std::string::npos);
-    CHECK(out.find("<FONT COLOR=#0000FF>g") != std::string::npos);
-    CHECK(out.find("<FONT COLOR=#000000>j") != std::string::npos);
-}
-
 TEST_CASE("smileys stay whole and in their order")
 {
     std::string text = "8-) O:-) :-)";

@@ -63,11 +63,7 @@ struct Reading {
 
 AolHost::Options optionsFor(int edition, int version, bool unicode = false)
 {
-    AolHost::Options options;
-    options.edition = edition;
-    options.version = version;
-    options.unicodeEdits = unicode;
-    return options;
+    return {.edition = edition, .version = version, .unicodeEdits = unicode};
 }
 
 std::wstring words(std::size_t length)

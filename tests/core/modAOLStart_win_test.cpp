@@ -28,11 +28,7 @@ struct Fresh {
 
 AolHost::Options folderOnly(int edition = 0, int version = 5)
 {
-    AolHost::Options options;
-    options.edition = edition;
-    options.version = version;
-    options.run = false;
-    return options;
+    return {.edition = edition, .version = version, .run = false};
 }
 
 constexpr wchar_t kFolderWindow[] = L"Browse for Folder";
@@ -106,11 +102,7 @@ TEST_CASE("versions that are none of AOL's 3 to 7 are refused")
     SUBCASE("another")
     {
         // A module of ours whose version begins with 1.
-        wchar_t path[MAX_PATH];
-        GetModuleFileNameW(nullptr, path, MAX_PATH);
-        std::wstring file = path;
-        file = file.substr(0, file.rfind(L'\\')) + L"\\mscomctl.ocx";
-        copyFile(file, folder.file(L"waol.exe"), true);
+        copyFile(test::buildFolder() + L"\\mscomctl.ocx", folder.file(L"waol.exe"), true);
         Answer answer;
         CHECK_FALSE(GetAOLVersion());
         CHECK(answer.said(L"AOL1 Detected!"));

@@ -32,18 +32,11 @@ struct Running {
         REQUIRE(GetAOLVersion());
         REQUIRE(connectAol());
     }
-    Running(int edition, int version) : Running(optionsFor(edition, version)) {}
+    Running(int edition, int version) : Running({.edition = edition, .version = version}) {}
     ~Running()
     {
         aolLink().disconnect();
         aol() = {};
-    }
-    static AolHost::Options optionsFor(int edition, int version)
-    {
-        AolHost::Options options;
-        options.edition = edition;
-        options.version = version;
-        return options;
     }
 };
 
@@ -151,9 +144,9 @@ TEST_CASE("each sort of AOL is recognised, found and driven")
     for (const auto& sort : kSorts) {
         CAPTURE(sort.edition);
         CAPTURE(sort.version);
-        AolHost::Options options = Running::optionsFor(sort.edition, sort.version);
-        options.lateMs = sort.version > 4 ? 100 : 0;
-        Running running(options);
+        Running running({.edition = sort.edition,
+                         .version = sort.version,
+                         .lateMs = sort.version > 4 ? 100 : 0});
         checkWindows(running, sort.edition, sort.version);
         checkChat(running);
         checkCursor(running);
@@ -166,12 +159,11 @@ TEST_CASE("each sort of AOL is recognised, found and driven")
 TEST_CASE("rooms that AOL makes in other ways are found, too")
 {
     for (const wchar_t* way : {L"create", L"ex", L"plain"}) {
-        AolHost::Options options = Running::optionsFor(kUnitedStates, 6);
-        options.mdiCreation = way;
-        options.lateMs = 150;
-        options.unicodeEdits = true;
-        options.more = {L"--chatform=1"};
-        Running running(options);
+        Running running({.version = 6,
+                         .lateMs = 150,
+                         .unicodeEdits = true,
+                         .mdiCreation = way,
+                         .more = {L"--chatform=1"}});
         const HWND room = running.host.enterRoom();
         CHECK(AOL_FindChat() == room);
         CHECK(TextToChat(L"hello", kSendNow));

@@ -140,11 +140,6 @@ struct Machine : StoreScope {
         services.openDatabase = [this] { host.done.push_back("database"); };
         services.liveUpdate = [this] { host.done.push_back("update"); };
     }
-    ~Machine()
-    {
-        setSettingsStore(nullptr);
-        LoadSettings();
-    }
     bool run(const std::wstring& commandLine = {})
     {
         return runStartup(commandLine, host, services);
@@ -428,20 +423,6 @@ TEST_CASE_FIXTURE(Machine, "each missing companion file is named, the first one 
     CHECK_FALSE(host.did("folder C:\\Velora 10\\data"));
 }
 
-TEST_CASE_FIXTURE(Machine, "the folders are made in their order")
-{
-    CHECK(run());
-    std::vector<std::string> made;
-    for (const std::string& what : host.done)
-        if (what.starts_with("folder "))
-            made.push_back(what.substr(20));
-    CHECK(made
-          == std::vector<std::string>{"data", "data\\chat", "data\\email", "data\\im",
-                                      "data\\im\\general", "data\\im\\personalized",
-                                      "data\\quickfind", "data\\wav groups", "incoming", "outgoing",
-                                      "styles", "im logs", "chat logs"});
-}
-
 TEST_CASE_FIXTURE(Machine, "a read-only program folder is said once and the start goes on")
 {
     SUBCASE("a folder cannot be made")
@@ -525,15 +506,4 @@ TEST_CASE_FIXTURE(Machine, "the data of an earlier installation is copied once")
         CHECK(migrated().empty());
         CHECK_FALSE(store->data[L""].contains(L"Transfer"));
     }
-}
-
-TEST_CASE("the file type of fade schemes")
-{
-    const auto keys = schemeFileType(L"C:\\Program Files\\Velora 10", L"velora");
-    REQUIRE(keys.size() == 4);
-    CHECK(keys[0] == std::pair<std::wstring, std::wstring>(L".fde", L"Velora.InstallScheme"));
-    CHECK(keys[1].second == L"Velora Install Scheme");
-    CHECK(keys[2].first == L"Velora.InstallScheme\\shell\\open\\command");
-    CHECK(keys[2].second == L"C:\\Program Files\\Velora 10\\velora.exe %1");
-    CHECK(keys[3].second == L"C:\\Program Files\\Velora 10\\fade.ico");
 }

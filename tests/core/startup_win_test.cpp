@@ -61,14 +61,6 @@ struct Scene {
     Scene() { keepBoxesOpen(); }
 };
 
-AolHost::Options folderOnly(const std::wstring& names = L"Orv Tester")
-{
-    AolHost::Options options;
-    options.run = false;
-    options.names = names;
-    return options;
-}
-
 /// A process of another name: the test program, waiting to be ended.
 struct Decoy {
     TempDir temp;
@@ -121,26 +113,6 @@ TEST_CASE_FIXTURE(Scene, "opening a scheme file installs it, with and without qu
     const Process bad = installed.start(L"\" -silent\"");
     CHECK(answer(bad, L"An error has occured and the Fade Scheme could not be installed."));
     CHECK(bad.ended());
-}
-
-TEST_CASE_FIXTURE(Scene, "a missing companion file is named and ends the start")
-{
-    installed.removeCompanion(L"orvproxy.dll");
-    const Process velora = installed.start();
-    CHECK(answer(velora, L"one of its critical runtime files, orvproxy.dll is missing."));
-    CHECK(velora.ended());
-    CHECK_FALSE(folderExists(installed.file(L"data")));
-}
-
-TEST_CASE_FIXTURE(Scene, "programs that it does not run beside end the start")
-{
-    for (const wchar_t* name : {L"Tintwave", L"Chatterly"}) {
-        const Decoy decoy(lower(name) + L".exe");
-        const Process velora = installed.start();
-        CHECK(answer(velora, std::wstring(name) + L" is currently running!"));
-        CHECK(velora.ended());
-        CHECK(decoy.process.running());
-    }
 }
 
 TEST_CASE_FIXTURE(Scene, "the DECON patch is removed when the user says so")
@@ -215,7 +187,7 @@ TEST_CASE_FIXTURE(Scene, "a second start shows the message and leaves the first 
 
 TEST_CASE_FIXTURE(Scene, "without AOL it starts AOL and waits for it")
 {
-    const AolHost aol(folderOnly());
+    const AolHost aol({.run = false});
     Installation::putSetting(L"", L"AOL Path", aol.folder());
     Process velora = installed.start();
     CHECK(started(installed, velora));
@@ -223,17 +195,6 @@ TEST_CASE_FIXTURE(Scene, "without AOL it starts AOL and waits for it")
     endAol();
     CHECK(velora.ended());
     CHECK(velora.exitCode() == 0);
-}
-
-TEST_CASE_FIXTURE(Scene, "an AOL without an account is refused")
-{
-    AolHost::Options options;
-    options.names = L"New User";
-    options.signOn.clear();
-    const AolHost aol(options);
-    const Process velora = installed.start();
-    CHECK(answer(velora, L"does not have an account installed"));
-    CHECK(velora.ended());
 }
 
 TEST_CASE_FIXTURE(Scene, "an AOL folder that is gone is asked for; Cancel ends the start")
@@ -246,20 +207,6 @@ TEST_CASE_FIXTURE(Scene, "an AOL folder that is gone is asked for; Cancel ends t
     PostMessageW(browse, WM_COMMAND, IDCANCEL, 0);
     CHECK(answer(velora, L"requires a path to your AOL Directory to function properly."));
     CHECK(velora.ended());
-}
-
-TEST_CASE_FIXTURE(Scene, "CHANGEAOL and Cancel ends without starting AOL")
-{
-    const AolHost aol(folderOnly());
-    Installation::putSetting(L"", L"AOL Path", aol.folder());
-    const Process velora = installed.start(L"CHANGEAOL");
-    CHECK(answer(velora, L"needs to know the location of your current AOL folder"));
-    const HWND browse = windowShowing(velora.id(), L"Cancel");
-    REQUIRE(browse);
-    PostMessageW(browse, WM_COMMAND, IDCANCEL, 0);
-    CHECK(answer(velora, L"requires a path to your AOL Directory to function properly."));
-    CHECK(velora.ended());
-    CHECK(FindWindowW(L"AOL Frame25", nullptr) == nullptr);
 }
 
 TEST_CASE_FIXTURE(Scene, "bad files and settings do not keep it from starting")
@@ -305,21 +252,6 @@ TEST_CASE_FIXTURE(Scene, "a program folder that takes no folders is told, and th
     CHECK(answer(velora, L"cannot write to its program folder!"));
     CHECK(answer(velora, L"Database engine error!"));
     CHECK(started(installed, velora));
-}
-
-TEST_CASE_FIXTURE(Scene, "the data of an earlier installation comes along")
-{
-    AolHost aol;
-    const TempDir older;
-    older.folder(L"data\\email");
-    replaceFile(older.file(L"favwavs.dat"), "hello\tC:\\hello.wav\r\n");
-    replaceFile(older.folder(L"data") + L"\\desc1.dat", "d");
-    Installation::putSetting(L"", L"AppPath", older.path());
-    const Process velora = installed.start();
-    REQUIRE(started(installed, velora));
-    CHECK(readFile(installed.file(L"favwavs.dat")) == "hello\tC:\\hello.wav\r\n");
-    CHECK(fileExists(installed.file(L"data\\desc1.dat")));
-    CHECK(Installation::setting(L"", L"Transfer") == RegValue(L"True"));
 }
 
 TEST_CASE_FIXTURE(Scene,

@@ -3,20 +3,14 @@
 #include "chat/modChatLog.h"
 #include "chat/modFade.h"
 #include "chat/modKeyword.h"
+#include "fuzz/fuzz.h"
 
 #include <algorithm>
-#include <cstdint>
-#include <cstdlib>
 
 using namespace velora;
+using fuzz::require;
 
 namespace {
-
-void require(bool holds)
-{
-    if (!holds)
-        std::abort();
-}
 
 bool isOneLine(const std::wstring& record)
 {

@@ -1,22 +1,16 @@
 // Description files of older versions: whatever bytes they hold, what comes out can be stored, and
 // is a mail's text without markup of its own.
 #include "base/text.h"
+#include "fuzz/fuzz.h"
 #include "sounds/modDescImport.h"
 #include "sounds/modDescMail.h"
 
-#include <cstdint>
-#include <cstdlib>
 #include <set>
 
 using namespace velora;
+using fuzz::require;
 
 namespace {
-
-void require(bool holds)
-{
-    if (!holds)
-        std::abort();
-}
 
 bool visible(const std::wstring& text)
 {
@@ -38,8 +32,7 @@ std::size_t count(const std::wstring& text, wchar_t c)
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
-    const std::wstring text =
-        decodeFileText(std::string_view(reinterpret_cast<const char*>(data), size));
+    const std::wstring text = decodeFileText(fuzz::bytesOf(data, size));
     const OldDescriptions old = parseOldDescriptions(text);
     require(old.records.size() + old.skipped <= splitLines(text).size());
     std::set<std::wstring> names;

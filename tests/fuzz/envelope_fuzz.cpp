@@ -1,15 +1,15 @@
 // Finding, stripping and decrypting an envelope; and what is encrypted comes back.
 #include "base/text.h"
+#include "fuzz/fuzz.h"
 #include "im_mail/modMail.h"
 
-#include <cstdint>
 #include <cstdlib>
 
 using namespace velora;
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
-    const std::wstring text = from1252({reinterpret_cast<const char*>(data), size});
+    const std::wstring text = from1252(fuzz::bytesOf(data, size));
     if (const auto envelope = FindEnvelope(text))
         DecryptMailText(*envelope, L"pw");
     DecryptMailText(text, L"pw");

@@ -1,28 +1,20 @@
 // Captions to names to paths, ignore lists and answers.
 #include "base/safename.h"
 #include "base/text.h"
+#include "fuzz/fuzz.h"
 #include "im_mail/modAnswerRules.h"
 #include "im_mail/modIMLog.h"
 #include "im_mail/modIMRules.h"
 #include "im_mail/modIgnore.h"
 
 #include <algorithm>
-#include <cstdint>
-#include <cstdlib>
 
 using namespace velora;
-
-namespace {
-void require(bool holds)
-{
-    if (!holds)
-        std::abort();
-}
-} // namespace
+using fuzz::require;
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
-    const std::wstring text = from1252({reinterpret_cast<const char*>(data), size});
+    const std::wstring text = from1252(fuzz::bytesOf(data, size));
     const std::size_t lineEnd = text.find(L'\n');
     const std::wstring caption = text.substr(0, lineEnd);
     const std::wstring list = lineEnd == text.npos ? std::wstring() : text.substr(lineEnd + 1);

@@ -2,6 +2,7 @@
 // lines, edits change nothing but the line they are about, no entry leads out of the library, and
 // rows, finding and what is written about them hold together. Categories read from the settings.
 #include "base/text.h"
+#include "fuzz/fuzz.h"
 #include "sounds/clsSoundRows.h"
 #include "sounds/modFavWavs.h"
 #include "sounds/modListText.h"
@@ -9,18 +10,10 @@
 
 #include <algorithm>
 
-#include <cstdint>
-#include <cstdlib>
-
 using namespace velora;
+using fuzz::require;
 
 namespace {
-
-void require(bool holds)
-{
-    if (!holds)
-        std::abort();
-}
 
 void checkRows(const std::vector<ListEntry>& entries)
 {
@@ -67,8 +60,7 @@ void checkCategory(std::wstring_view text)
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
-    const std::wstring text =
-        decodeFileText(std::string_view(reinterpret_cast<const char*>(data), size));
+    const std::wstring text = decodeFileText(fuzz::bytesOf(data, size));
     const auto entries = parseListFile(text, true);
     for (const ListEntry& entry : entries) {
         require(entry.name.find_first_of(L"\t\r\n") == std::wstring::npos);

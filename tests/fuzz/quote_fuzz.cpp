@@ -1,9 +1,9 @@
 // Quoting: values from a mail never bring markup, and no text is lost but tags.
 #include "base/text.h"
 #include "chat/modQuote.h"
+#include "fuzz/fuzz.h"
 
 #include <algorithm>
-#include <cstdint>
 #include <cstdlib>
 
 using namespace velora;
@@ -12,7 +12,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 {
     if (size == 0)
         return 0;
-    const std::wstring text = from1252({reinterpret_cast<const char*>(data) + 1, size - 1});
+    const std::wstring text = from1252(fuzz::bytesOf(data + 1, size - 1));
     const QuoteVariables values{GetScreenNameFromMail(text), GetDateFromMail(text), text};
     for (const QuoteTemplate& quote : builtInTemplates()) {
         const std::wstring filled = FillVariables(quote.CharHtml, values);

@@ -1,15 +1,15 @@
 // Scheme files: whatever is read can be written, and comes back the same.
 #include "base/text.h"
 #include "chat/modScheme.h"
+#include "fuzz/fuzz.h"
 
-#include <cstdint>
 #include <cstdlib>
 
 using namespace velora;
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
-    const std::wstring text = decodeFileText({reinterpret_cast<const char*>(data), size});
+    const std::wstring text = decodeFileText(fuzz::bytesOf(data, size));
     const auto scheme = parseScheme(text);
     if (!scheme)
         return 0;

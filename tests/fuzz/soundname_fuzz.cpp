@@ -1,22 +1,15 @@
 // Lines of a chat room: whatever they hold, the name that is looked up stays inside the library and
 // the command that opens its file stays one command.
 #include "base/text.h"
+#include "fuzz/fuzz.h"
 #include "sounds/modMci.h"
 #include "sounds/modSoundCommand.h"
 #include "sounds/modWavDetect.h"
 
-#include <cstdint>
-#include <cstdlib>
-
 using namespace velora;
+using fuzz::require;
 
 namespace {
-
-void require(bool holds)
-{
-    if (!holds)
-        std::abort();
-}
 
 void checkPath(const std::wstring& name)
 {
@@ -34,7 +27,7 @@ void checkPath(const std::wstring& name)
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
-    const std::wstring line = from1252(std::string_view(reinterpret_cast<const char*>(data), size));
+    const std::wstring line = from1252(fuzz::bytesOf(data, size));
     const std::wstring name = ParseWavName(line);
     require(name.find(L'}') == std::wstring::npos);
     if (isSafeSoundName(name))

@@ -28,6 +28,14 @@ std::wstring joined(const EditLines& lines)
     return text;
 }
 
+/// AOL with a display that can be read.
+struct Shown {
+    SmallAol aol;
+    HWND display = aol.display(aol.open());
+    AgentLink link;
+    explicit Shown(bool ansi = false) : aol(ansi) { REQUIRE(link.connect(aol.frame)); }
+};
+
 } // namespace
 
 TEST_CASE("connecting: the right thread, a foreign window and one's own are refused")
@@ -65,10 +73,8 @@ TEST_CASE("the batch read is the display")
 {
     for (const bool ansi : {false, true}) {
         CAPTURE(ansi);
-        SmallAol aol(ansi);
-        const HWND display = aol.display(aol.open());
-        AgentLink link;
-        REQUIRE(link.connect(aol.frame));
+        Shown shown(ansi);
+        auto& [aol, display, link] = shown;
         const auto empty = link.readLines(display);
         REQUIRE(empty);
         CHECK(joined(*empty) == L"");
@@ -113,10 +119,8 @@ TEST_CASE("letters beyond ASCII, long words and blank lines arrive whole")
 {
     for (const bool ansi : {false, true}) {
         CAPTURE(ansi);
-        SmallAol aol(ansi);
-        const HWND display = aol.display(aol.open());
-        AgentLink link;
-        REQUIRE(link.connect(aol.frame));
+        Shown shown(ansi);
+        auto& [aol, display, link] = shown;
         const std::wstring word(1000, L'x');
         REQUIRE(link.setText(display, L"\x20AC caf\xE9 \r\n\r\n" + word + L"\r\nend  "));
         const auto lines = link.readLines(display);
@@ -169,25 +173,25 @@ TEST_CASE("a new child is told when it has settled, whatever way it was made, an
     };
     link.onGone = [&](HWND window) { gone.push_back(window); };
     REQUIRE(link.connect(aol.frame));
-    CHECK(pumpUntil([&] { return children == std::vector<HWND>{before}; }));
+    CHECK(waitFor([&] { return children == std::vector<HWND>{before}; }));
     for (const Way way : {kByMessage, kByExStyle, kPlain}) {
         CAPTURE(way);
         children.clear();
         controlsThen.clear();
         gone.clear();
         const HWND child = aol.open(way);
-        REQUIRE(pumpUntil([&] { return !children.empty(); }));
+        REQUIRE(waitFor([&] { return !children.empty(); }));
         CHECK(children.back() == child);
         CHECK(controlsThen.back() == 1);
         PostMessageW(child, WM_CLOSE, 0, 0);
-        CHECK(pumpUntil([&] { return !gone.empty(); }));
+        CHECK(waitFor([&] { return !gone.empty(); }));
         CHECK(gone == std::vector<HWND>{child});
     }
     // Controls that come later than the rest make it told again.
     children.clear();
     controlsThen.clear();
     const HWND late = aol.open(kByMessage, 400);
-    CHECK(pumpUntil([&] { return !controlsThen.empty() && controlsThen.back() == 1; }));
+    CHECK(waitFor([&] { return !controlsThen.empty() && controlsThen.back() == 1; }));
     CHECK(children.back() == late);
     // So does a new caption.
     children.clear();
@@ -195,7 +199,7 @@ TEST_CASE("a new child is told when it has settled, whatever way it was made, an
     DWORD_PTR result;
     SendMessageTimeoutW(late, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(L"IM From: Guest"), 0, 2000,
                         &result);
-    CHECK(pumpUntil([&] { return children == std::vector<HWND>{late}; }));
+    CHECK(waitFor([&] { return children == std::vector<HWND>{late}; }));
 }
 
 TEST_CASE("the frame's moves are told, coalesced")
@@ -207,11 +211,11 @@ TEST_CASE("the frame's moves are told, coalesced")
     REQUIRE(link.connect(aol.frame));
     for (int i = 0; i < 20; ++i)
         SetWindowPos(aol.frame, nullptr, 60 + i, 60, 0, 0, SWP_NOSIZE | SWP_NOZORDER);
-    CHECK(pumpUntil([&] { return moves > 0; }));
+    CHECK(waitFor([&] { return moves > 0; }));
     CHECK(moves < 5);
     const int before = moves;
     SetWindowPos(aol.frame, nullptr, 10, 10, 0, 0, SWP_NOSIZE | SWP_NOZORDER);
-    CHECK(pumpUntil([&] { return moves > before; }));
+    CHECK(waitFor([&] { return moves > before; }));
 }
 
 TEST_CASE("menu items: put in when the popup opens, run here, unseen by AOL, taken out again")
@@ -237,7 +241,7 @@ TEST_CASE("menu items: put in when the popup opens, run here, unseen by AOL, tak
 
     const int seen = aol.count(kCommands);
     PostMessageW(aol.frame, WM_COMMAND, 1212, 0);
-    CHECK(pumpUntil([&] { return chosen == std::vector<UINT>{1212}; }));
+    CHECK(waitFor([&] { return chosen == std::vector<UINT>{1212}; }));
     CHECK(aol.count(kCommands) == seen);
     aol.tell(WM_COMMAND, kAboutId);
     CHECK(aol.count(kCommands) == seen + 1);
@@ -260,17 +264,15 @@ TEST_CASE("menu items: put in when the popup opens, run here, unseen by AOL, tak
 
 TEST_CASE("AOL hangs: one bounded wait, then none until it is back")
 {
-    SmallAol aol;
-    const HWND display = aol.display(aol.open());
-    AgentLink link;
-    REQUIRE(link.connect(aol.frame));
+    Shown shown;
+    auto& [aol, display, link] = shown;
     PostMessageW(aol.frame, kHang, 3000, 0);
     // The post may be a moment on its way; then a read times out.
-    REQUIRE(pumpUntil([&] { return !link.readText(display, 300).has_value(); }));
+    REQUIRE(waitFor([&] { return !link.readText(display, 300).has_value(); }));
     CHECK(link.busy());
     CHECK_FALSE(sendToAol(display, WM_NULL, 0, 0).has_value());
     CHECK_FALSE(link.setFocus(display));
-    CHECK(pumpUntil([&] { return !link.busy(); }, 15000));
+    CHECK(waitFor([&] { return !link.busy(); }, 15000));
     CHECK(link.readText(display).has_value());
     CHECK(sendToAol(display, WM_NULL, 0, 0).has_value());
 }
@@ -295,7 +297,7 @@ TEST_CASE("AOL is killed inside a hook's event: what the handler still asks is a
     };
     REQUIRE(hook.attach(link, input, {WatchRule::key(WM_KEYDOWN, VK_RETURN)}));
     aol.pressEnter(input);
-    CHECK(pumpUntil([&] { return handled && ended == 1; }));
+    CHECK(waitFor([&] { return handled && ended == 1; }));
     CHECK_FALSE(link.connected());
 }
 
@@ -304,13 +306,13 @@ TEST_CASE("a hanging AOL is not booted into, and does not keep the program waiti
     SmallAol aol;
     AgentLink link;
     PostMessageW(aol.frame, kHang, 2000, 0);
-    REQUIRE(pumpUntil([&] {
+    REQUIRE(waitFor([&] {
         DWORD_PTR result;
         return !SendMessageTimeoutW(aol.frame, WM_NULL, 0, 0, 0, 50, &result);
     }));
     CHECK_FALSE(link.connect(aol.frame));
     CHECK(link.lastError() == ERROR_TIMEOUT);
-    CHECK(pumpUntil([&] { return link.connect(aol.frame); }));
+    CHECK(waitFor([&] { return link.connect(aol.frame); }));
 }
 
 TEST_CASE("AOL is killed: told once, everything answers neutral")
@@ -325,7 +327,7 @@ TEST_CASE("AOL is killed: told once, everything answers neutral")
     WindowHook hook;
     REQUIRE(hook.attach(link, display, {{kNotice, 0, ~WPARAM{0}, Delivery::postedAfter, true}}));
     aol.kill();
-    CHECK(pumpUntil([&] { return ended == 1; }));
+    CHECK(waitFor([&] { return ended == 1; }));
     CHECK_FALSE(link.connected());
     CHECK(hook.window() == nullptr);
     CHECK_FALSE(link.readLines(display).has_value());

@@ -67,50 +67,58 @@ TEST_CASE("answers carry the verdict and the event code")
     CHECK(wire::eventCode(wire::kSwallow | 0x500) == 0);
 }
 
-TEST_CASE("a swallowed key takes its character and its release along, once")
+TEST_CASE("what follows a press that was taken from AOL goes with it")
 {
-    PressPair press;
-    CHECK_FALSE(press.next(kKeyDown, 13, true).swallow);
-    press.pressed(kKeyDown, 13, 1, true);
-    CHECK(press.next(kChar, 13, true).swallow);
-    CHECK_FALSE(press.next(kChar, 13, true).swallow);
-    CHECK(press.next(kKeyUp, 13, true).swallow);
-    CHECK_FALSE(press.next(kKeyUp, 13, true).swallow);
-}
-
-TEST_CASE("a posted press and release overtake the character")
-{
-    PressPair press;
-    press.next(kKeyDown, 13, true);
-    press.pressed(kKeyDown, 13, 1, true);
-    CHECK(press.next(kKeyUp, 13, true).swallow);
-    CHECK_FALSE(press.next(kChar, 'a', true).swallow); // none of Enter's
-    CHECK(press.next(kChar, 13, true).swallow);
-    press.pressed(kKeyDown, 32, 1, true);
-    CHECK_FALSE(press.next(kChar, 13, true).swallow);
-    CHECK(press.next(kChar, 32, true).swallow);
-    press.pressed(kKeyDown, 65, 1, true);
-    CHECK(press.next(kChar, 0xE4, true).swallow);
-}
-
-TEST_CASE("the program's own Enter is no part of the user's press")
-{
-    PressPair press;
-    press.next(kKeyDown, 13, true);
-    press.pressed(kKeyDown, 13, 1, true);
-    CHECK_FALSE(press.next(kChar, 13, false).swallow);
-    CHECK(press.next(kChar, 13, true).swallow);
-}
-
-TEST_CASE("a new press ends the old one; another key's release is its own")
-{
-    PressPair press;
-    press.next(kKeyDown, 13, true);
-    press.pressed(kKeyDown, 13, 1, true);
-    CHECK_FALSE(press.next(kKeyUp, 65, true).swallow);
-    CHECK_FALSE(press.next(kKeyDown, 66, true).swallow);
-    CHECK_FALSE(press.next(kChar, 'b', true).swallow);
-    CHECK_FALSE(press.next(kKeyUp, 13, true).swallow);
+    /// A message to AOL's box: of the user, or the program's own; a press may be `taken`.
+    struct Event {
+        std::uint32_t message, wParam;
+        bool swallowed;
+        bool taken = false, users = true;
+    };
+    const struct {
+        const char* what;
+        std::vector<Event> events;
+    } cases[] = {
+        {"a key takes its character and its release along, once",
+         {{kKeyDown, 13, false, true},
+          {kChar, 13, true},
+          {kChar, 13, false},
+          {kKeyUp, 13, true},
+          {kKeyUp, 13, false}}},
+        {"a posted press and release overtake the character",
+         {{kKeyDown, 13, false, true},
+          {kKeyUp, 13, true},
+          {kChar, 'a', false}, // none of Enter's
+          {kChar, 13, true},
+          {kKeyDown, 32, false, true},
+          {kChar, 13, false},
+          {kChar, 32, true},
+          {kKeyDown, 65, false, true},
+          {kChar, 0xE4, true}}},
+        {"the program's own Enter is no part of the user's press",
+         {{kKeyDown, 13, false, true}, {kChar, 13, false, false, false}, {kChar, 13, true}}},
+        {"a new press ends the old one; another key's release is its own",
+         {{kKeyDown, 13, false, true},
+          {kKeyUp, 65, false},
+          {kKeyDown, 66, false},
+          {kChar, 'b', false},
+          {kKeyUp, 13, false}}},
+        {"a click takes its release along, and no character",
+         {{kLeftDown, 1, false, true},
+          {kChar, 'x', false},
+          {kLeftUp, 0, true},
+          {kLeftUp, 0, false}}},
+    };
+    for (const auto& c : cases) {
+        CAPTURE(c.what);
+        PressPair press;
+        for (const Event& event : c.events) {
+            CAPTURE(&event - c.events.data());
+            CHECK(press.next(event.message, event.wParam, event.users).swallow == event.swallowed);
+            if (event.taken)
+                press.pressed(event.message, event.wParam, 1, true);
+        }
+    }
 }
 
 TEST_CASE("who was asked at the press is not asked again at the character, but at the release")
@@ -128,16 +136,6 @@ TEST_CASE("who was asked at the press is not asked again at the character, but a
     press.next(kKeyDown, 13, true);
     press.pressed(kKeyDown, 13, 0, false);
     CHECK(press.next(kChar, 13, true).asked == 0);
-}
-
-TEST_CASE("a swallowed click takes its release along, and no character")
-{
-    PressPair press;
-    press.next(kLeftDown, 1, true);
-    press.pressed(kLeftDown, 1, 1, true);
-    CHECK_FALSE(press.next(kChar, 'x', true).swallow);
-    CHECK(press.next(kLeftUp, 0, true).swallow);
-    CHECK_FALSE(press.next(kLeftUp, 0, true).swallow);
 }
 
 TEST_CASE("line ends")

@@ -71,14 +71,14 @@ TEST_CASE(
 
     const RECT moved = {720, 140, 980, 380};
     held.link.placeIM(held.im, moved, true);
-    CHECK(pumpUntil([&] {
+    CHECK(waitFor([&] {
         at = rectOf(held.im);
         return EqualRect(&at, &moved);
     }));
     held.link.placeIM(held.im, moved, false);
-    CHECK(pumpUntil([&] { return !IsWindowVisible(held.im); }));
+    CHECK(waitFor([&] { return !IsWindowVisible(held.im); }));
     held.link.placeIM(held.im, moved, true);
-    CHECK(pumpUntil([&] { return IsWindowVisible(held.im) != FALSE; }));
+    CHECK(waitFor([&] { return IsWindowVisible(held.im) != FALSE; }));
 
     CHECK(held.link.giveIM(held.im));
     CHECK(held.isBack());
@@ -87,36 +87,23 @@ TEST_CASE(
     CHECK(held.link.readText(held.input) == L"typed");
 }
 
-TEST_CASE("closing a held window closes it in AOL")
+TEST_CASE("a held window is closed, by us or by AOL: its holder goes too")
 {
-    Held held;
-    const HWND holder = held.link.takeIM(held.im, kPlace, held.top);
-    REQUIRE(holder);
-    HWND gone = nullptr;
-    held.link.onGone = [&](HWND window) {
-        if (window == held.im)
-            gone = window;
-    };
-    CHECK(held.link.closeIM(held.im));
-    CHECK(pumpUntil([&] { return !IsWindow(held.im) && gone == held.im; }));
-    CHECK_FALSE(IsWindow(holder));
-    CHECK(IsWindow(held.other));
-}
-
-TEST_CASE("AOL closes a held window: its holder goes too")
-{
-    Held held;
-    const HWND holder = held.link.takeIM(held.im, kPlace, held.top);
-    REQUIRE(holder);
-    HWND gone = nullptr;
-    held.link.onGone = [&](HWND window) {
-        if (window == held.im)
-            gone = window;
-    };
-    PostMessageW(held.im, WM_CLOSE, 0, 0);
-    CHECK(pumpUntil([&] { return gone == held.im && !IsWindow(holder); }));
-    CHECK(IsWindow(held.other));
-    CHECK(held.aol.alive());
+    for (const bool byAol : {false, true}) {
+        CAPTURE(byAol);
+        Held held;
+        const HWND holder = held.link.takeIM(held.im, kPlace, held.top);
+        REQUIRE(holder);
+        HWND gone = nullptr;
+        held.link.onGone = [&](HWND window) {
+            if (window == held.im)
+                gone = window;
+        };
+        CHECK(byAol ? PostMessageW(held.im, WM_CLOSE, 0, 0) != 0 : held.link.closeIM(held.im));
+        CHECK(waitFor([&] { return gone == held.im && !IsWindow(held.im) && !IsWindow(holder); }));
+        CHECK(IsWindow(held.other));
+        CHECK(held.aol.alive());
+    }
 }
 
 TEST_CASE("disconnecting gives held windows back")
@@ -135,7 +122,7 @@ TEST_CASE("the owner is destroyed: the held window goes back to AOL")
     const HWND holder = held.link.takeIM(held.im, kPlace, held.top);
     REQUIRE(holder);
     DestroyWindow(held.top);
-    CHECK(pumpUntil([&] { return held.isBack() && !IsWindow(holder); }));
+    CHECK(waitFor([&] { return held.isBack() && !IsWindow(holder); }));
 }
 
 TEST_CASE("what changes in a held window is told too")
@@ -144,10 +131,10 @@ TEST_CASE("what changes in a held window is told too")
     std::vector<HWND> children;
     REQUIRE(held.link.takeIM(held.im, kPlace, held.top));
     held.link.onChild = [&](HWND child) { children.push_back(child); };
-    CHECK(pumpUntil([&] { return children.size() >= 2; })); // both, from the time of connecting
+    CHECK(waitFor([&] { return children.size() >= 2; })); // both, from the time of connecting
     children.clear();
     CHECK(sendToAol(held.im, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(L"IM From: Guest")));
-    CHECK(pumpUntil([&] { return children == std::vector<HWND>{held.im}; }));
+    CHECK(waitFor([&] { return children == std::vector<HWND>{held.im}; }));
 }
 
 TEST_CASE("a maximised window is taken at its own size and comes back unmaximised")

@@ -16,8 +16,21 @@ void checkTypingGoesOn(const SmallAol& aol, HWND input)
 {
     const int before = aol.count(kEnterChar);
     aol.pressEnter(input);
-    CHECK(pumpUntil([&] { return aol.count(kEnterChar) == before + 1; }));
+    CHECK(waitFor([&] { return aol.count(kEnterChar) == before + 1; }));
 }
+
+/// AOL with a hook of this process on an input box.
+struct Attached {
+    SmallAol aol;
+    HWND input = aol.input(aol.open());
+    AgentLink link;
+    WindowHook hook;
+    Attached()
+    {
+        REQUIRE(link.connect(aol.frame));
+        REQUIRE(hook.attach(link, input, {WatchRule::key(WM_CHAR, VK_RETURN)}));
+    }
+};
 
 HWND parentOf(HWND window)
 {
@@ -31,13 +44,13 @@ TEST_CASE("killed while attached: typing goes on, everything is given back")
     SmallAol aol;
     const HWND input = aol.input(aol.open());
     Companion companion(aol, L"attached");
-    REQUIRE(pumpUntil([&] { return companion.ready(); }));
+    REQUIRE(waitFor([&] { return companion.ready(); }));
     CHECK(aol.subclassed(input));
     CHECK(aol.tell(kPopup, 1) == 2);
     companion.kill();
     checkTypingGoesOn(aol, input);
-    CHECK(pumpUntil([&] { return !aol.subclassed(input); }, 1000));
-    CHECK(pumpUntil([&] { return aol.tell(kMenuLeft, 1212) == 0; }, 1000));
+    CHECK(waitFor([&] { return !aol.subclassed(input); }, 1000));
+    CHECK(waitFor([&] { return aol.tell(kMenuLeft, 1212) == 0; }, 1000));
 }
 
 TEST_CASE("killed inside the question that AOL waits for")
@@ -45,13 +58,13 @@ TEST_CASE("killed inside the question that AOL waits for")
     SmallAol aol;
     const HWND input = aol.input(aol.open());
     Companion companion(aol, L"inside");
-    REQUIRE(pumpUntil([&] { return aol.subclassed(input); }));
+    REQUIRE(waitFor([&] { return aol.subclassed(input); }));
     aol.pressEnter(input);
-    REQUIRE(pumpUntil([&] { return companion.ready(); })); // it sits in the handler now
+    REQUIRE(waitFor([&] { return companion.ready(); })); // it sits in the handler now
     companion.kill();
-    CHECK(pumpUntil([&] { return aol.count(kEnterChar) == 1; }));
+    CHECK(waitFor([&] { return aol.count(kEnterChar) == 1; }));
     CHECK(aol.count(kEnterDown) == 1);
-    CHECK(pumpUntil([&] { return !aol.subclassed(input); }, 1000));
+    CHECK(waitFor([&] { return !aol.subclassed(input); }, 1000));
     checkTypingGoesOn(aol, input);
 }
 
@@ -64,17 +77,17 @@ TEST_CASE("killed while it holds an instant message: the window is back in AOL, 
     RECT before, after;
     GetWindowRect(im, &before);
     Companion companion(aol, L"holding");
-    REQUIRE(pumpUntil([&] { return companion.ready(); }));
+    REQUIRE(waitFor([&] { return companion.ready(); }));
     CHECK(parentOf(im) != mdi);
     companion.kill();
-    CHECK(pumpUntil([&] { return IsWindow(im) && parentOf(im) == mdi && IsWindowVisible(im); },
-                    1000));
+    CHECK(
+        waitFor([&] { return IsWindow(im) && parentOf(im) == mdi && IsWindowVisible(im); }, 1000));
     GetWindowRect(im, &after);
     CHECK(EqualRect(&before, &after));
     CHECK((GetWindowLongW(im, GWL_STYLE) & WS_CAPTION) == WS_CAPTION);
     checkTypingGoesOn(aol, input);
     PostMessageW(im, WM_CLOSE, 0, 0);
-    CHECK(pumpUntil([&] { return !IsWindow(im); }));
+    CHECK(waitFor([&] { return !IsWindow(im); }));
     CHECK(aol.alive());
 }
 
@@ -84,9 +97,9 @@ TEST_CASE("AOL is killed while it waits, and while an instant message is held: t
         SmallAol aol;
         aol.open();
         Companion companion(aol, mode);
-        REQUIRE(pumpUntil([&] { return companion.ready(); }));
+        REQUIRE(waitFor([&] { return companion.ready(); }));
         aol.kill();
-        CHECK_FALSE(pumpUntil([&] { return !companion.alive(); }, 500));
+        CHECK_FALSE(waitFor([&] { return !companion.alive(); }, 500));
     }
 }
 
@@ -96,17 +109,17 @@ TEST_CASE("the companion is started again, after a clean end and after a kill")
     const HWND input = aol.input(aol.open());
     for (int i = 0; i < 2; ++i) {
         Companion once(aol, L"once");
-        REQUIRE(pumpUntil([&] { return !once.alive(); }));
+        REQUIRE(waitFor([&] { return !once.alive(); }));
         CHECK(once.exitCode() == 0);
         CHECK_FALSE(aol.subclassed(input));
     }
     for (int i = 0; i < 2; ++i) {
         Companion killed(aol, L"attached");
-        REQUIRE(pumpUntil([&] { return killed.ready(); }));
+        REQUIRE(waitFor([&] { return killed.ready(); }));
         killed.kill();
     }
     Companion last(aol, L"attached");
-    REQUIRE(pumpUntil([&] { return last.ready(); }));
+    REQUIRE(waitFor([&] { return last.ready(); }));
     CHECK(aol.subclassed(input));
     CHECK(aol.tell(kPopup, 1) == 2);
     last.kill();
@@ -118,7 +131,7 @@ TEST_CASE("a second companion takes over from the first")
     SmallAol aol;
     const HWND input = aol.input(aol.open());
     Companion first(aol, L"attached");
-    REQUIRE(pumpUntil([&] { return first.ready(); }));
+    REQUIRE(waitFor([&] { return first.ready(); }));
     AgentLink link;
     REQUIRE(link.connect(aol.frame));
     CHECK_FALSE(aol.subclassed(input));
@@ -131,16 +144,11 @@ TEST_CASE("a second companion takes over from the first")
     CHECK(aol.subclassed(input));
 }
 
-TEST_CASE("a link whose agent serves another companion notices, and can take it back")
+TEST_CASE_FIXTURE(Attached,
+                  "a link whose agent serves another companion notices, and can take it back")
 {
-    SmallAol aol;
-    const HWND input = aol.input(aol.open());
-    AgentLink link;
-    REQUIRE(link.connect(aol.frame));
-    WindowHook hook;
-    REQUIRE(hook.attach(link, input, {WatchRule::key(WM_CHAR, VK_RETURN)}));
     Companion other(aol, L"attached");
-    REQUIRE(pumpUntil([&] { return other.ready(); }));
+    REQUIRE(waitFor([&] { return other.ready(); }));
     CHECK_FALSE(link.readText(input).has_value());
     CHECK_FALSE(link.connected());
     CHECK(hook.window() == nullptr);
@@ -148,18 +156,13 @@ TEST_CASE("a link whose agent serves another companion notices, and can take it 
     CHECK(link.readText(input).has_value());
 }
 
-TEST_CASE("AOL hangs while the companion ends: everything is given back when AOL is back")
+TEST_CASE_FIXTURE(Attached,
+                  "AOL hangs while the companion ends: everything is given back when AOL is back")
 {
-    SmallAol aol;
-    const HWND input = aol.input(aol.open());
-    AgentLink link;
-    REQUIRE(link.connect(aol.frame));
-    WindowHook hook;
-    REQUIRE(hook.attach(link, input, {WatchRule::key(WM_CHAR, VK_RETURN)}));
     PostMessageW(aol.frame, kHang, 3000, 0);
-    REQUIRE(pumpUntil([&] { return !link.readText(input, 200).has_value(); }));
+    REQUIRE(waitFor([&] { return !link.readText(input, 200).has_value(); }));
     link.disconnect();
     CHECK_FALSE(link.connected());
-    CHECK(pumpUntil([&] { return !aol.subclassed(input); }));
+    CHECK(waitFor([&] { return !aol.subclassed(input); }));
     checkTypingGoesOn(aol, input);
 }

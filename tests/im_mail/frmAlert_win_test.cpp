@@ -7,7 +7,7 @@
 #include "settings/Options.h"
 #include "support/answer_win.h"
 #include "support/aolhost_win.h"
-#include "support/memory_store.h"
+#include "support/form_scope_win.h"
 #include "ui/Placement.h"
 #include "ui/WinGeometry.h"
 
@@ -18,22 +18,17 @@ using namespace velora::test;
 
 namespace {
 
-struct Bench : StoreScope {
+struct Bench : FormScope {
     WindowId focused = 0;
     std::wstring ignored;
 
     Bench()
     {
-        LoadSettings();
         aol() = {};
         startIMServices({.focusIM = [this](WindowId im) { focused = im; }, .adjustIMWindow = {}});
         imRoutes().addToIgnore = [this](const std::wstring& name) { ignored = name; };
     }
-    ~Bench()
-    {
-        endIMServices();
-        Form::unloadAll();
-    }
+    ~Bench() { endIMServices(); }
     static void message(const std::wstring& name, const std::wstring& text, bool looking = false)
     {
         IMInfo im{7, name, L">IM From: " + name, name + L":\t" + text, false, looking};

@@ -4,12 +4,10 @@
 #include "base/text.h"
 #include "core/modClipboard.h"
 #include "im_mail/modPrint.h"
-#include "settings/Options.h"
 #include "support/answer_win.h"
 #include "support/drive_win.h"
-#include "support/memory_store.h"
+#include "support/form_scope_win.h"
 #include "support/tempdir.h"
-#include "ui/MessageLoop.h"
 
 #include <doctest/doctest.h>
 
@@ -20,22 +18,12 @@ using namespace velora::test;
 
 namespace {
 
-struct Shown {
+struct Shown : FormScope {
     explicit Shown(const std::wstring& text)
-        : former(setSettingsStore(std::make_unique<MemoryStore>()))
     {
-        LoadSettings();
-        opt::General::AutoCloseMsgBox.set(false);
         window = frmDecrypt::DisplayMessage(text).hwnd();
         box = drive::child(window, RICHEDIT_CLASSW);
         REQUIRE(box);
-    }
-    ~Shown()
-    {
-        Form::unloadAll();
-        doEvents();
-        setSettingsStore(std::move(former));
-        LoadSettings();
     }
     std::wstring selected() const
     {
@@ -45,7 +33,6 @@ struct Shown {
             .substr(static_cast<std::size_t>(range.cpMin),
                     static_cast<std::size_t>(range.cpMax - range.cpMin));
     }
-    std::unique_ptr<SettingsStore> former;
     HWND window = nullptr, box = nullptr;
 };
 

@@ -16,10 +16,10 @@
 #include "settings/clsRegistry.h"
 #include "support/answer_win.h"
 #include "support/aolhost_win.h"
-#include "support/memory_store.h"
+#include "support/form_scope_win.h"
+#include "support/steps_win.h"
 #include "support/tempdir.h"
 #include "ui/MessageLoop.h"
-#include "ui/Timer.h"
 
 #include <doctest/doctest.h>
 
@@ -30,89 +30,25 @@ using namespace velora::test;
 
 namespace {
 
-struct Bench : StoreScope {
+struct Bench : FormScope {
     TempDir temp;
     std::wstring former = imProgramFolder();
 
     Bench()
     {
-        LoadSettings();
         aol() = {};
         imProgramFolder() = temp.path();
     }
-    ~Bench()
-    {
-        Form::unloadAll();
-        imProgramFolder() = former;
-    }
+    ~Bench() { imProgramFolder() = former; }
     std::wstring file(const wchar_t* name) const
     {
         return clsFileOp::ReadTextFromFile(joinPath(joinPath(temp.path(), L"data"), name));
     }
 };
 
-/// Types into the box that the button opens, and answers it.
-bool typeAndAnswer(HWND box, const wchar_t* text, const wchar_t* button = L"OK")
+void click(HWND window, const wchar_t* button)
 {
-    const HWND field = drive::child(box, L"Edit");
-    return field && SendMessageW(field, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(text))
-           && drive::press(box, button);
-}
-
-/// What a user does in one box after the other, each known by its caption and a text in it. A timer
-/// looks for them, so that a box that opens when another one is answered is not waited for inside
-/// that one.
-class Steps {
-public:
-    struct Step {
-        const wchar_t* caption;
-        std::wstring part;
-        std::function<void(HWND)> act;
-    };
-    Steps(HWND window, const wchar_t* button, std::vector<Step> steps) : steps_(std::move(steps))
-    {
-        const HWND target = drive::child(window, button);
-        REQUIRE(target);
-        timer_.start(30, [this] { tick(); });
-        PostMessageW(target, BM_CLICK, 0, 0);
-        CHECK(waitFor([this] { return next_ == steps_.size() && !busy_; }));
-        CHECK(next_ == steps_.size());
-    }
-
-private:
-    void tick()
-    {
-        if (busy_ || next_ == steps_.size())
-            return;
-        const Step& step = steps_[next_];
-        const HWND box = FindWindowW(nullptr, step.caption);
-        if (!box || !IsWindowVisible(box) || !holds(box, step.part))
-            return;
-        busy_ = true;
-        ++next_;
-        step.act(box);
-        busy_ = false;
-    }
-    static bool holds(HWND box, const std::wstring& part)
-    {
-        for (const HWND child : drive::children(box))
-            if (drive::text(child).find(part) != std::wstring::npos)
-                return true;
-        return false;
-    }
-    std::vector<Step> steps_;
-    std::size_t next_ = 0;
-    bool busy_ = false;
-    Timer timer_;
-};
-
-std::function<void(HWND)> types(std::wstring text)
-{
-    return [=](HWND box) { CHECK(typeAndAnswer(box, text.c_str())); };
-}
-std::function<void(HWND)> presses(const wchar_t* button)
-{
-    return [=](HWND box) { CHECK(drive::press(box, button)); };
+    PostMessageW(drive::child(window, button), BM_CLICK, 0, 0);
 }
 
 std::wstring noteValue(const std::wstring& name)
@@ -130,13 +66,7 @@ TEST_CASE("ignoring asks for the days; nothing is for good; a name in the list i
 {
     Bench bench;
     const auto ask = [](const wchar_t* name, const wchar_t* days, const wchar_t* button = L"OK") {
-        drive::Script script([=] {
-            const HWND box = drive::window(L"Velora - Ignore");
-            REQUIRE(box);
-            CHECK(typeAndAnswer(box, days, button));
-        });
-        AddToIgnore(name);
-        CHECK(script.done());
+        Steps({{L"Velora - Ignore", {}, button, days}}, [=] { AddToIgnore(name); });
     };
     ask(L"Joe Smith", L"");
     CHECK(bench.file(L"ignore.dat") == L"Joe Smith\r\n");
@@ -163,9 +93,9 @@ TEST_CASE("the list of ignored names: add, see, remove")
     REQUIRE(list);
     CHECK(ListView_GetItemCount(list) == 1);
     constexpr wchar_t kBox[] = L"Velora - Ignore";
-    Steps(form->hwnd(), L"Add...",
-          {{kBox, L"the screen name to ignore", types(L"Ann")},
-           {kBox, L"the number of days", types(L"2")}});
+    Steps({{kBox, L"the screen name to ignore", L"OK", L"Ann"},
+           {kBox, L"the number of days", L"OK", L"2"}},
+          [&] { click(form->hwnd(), L"Add..."); });
     CHECK(waitFor([&] { return ListView_GetItemCount(list) == 2; }));
     ListView_SetItemState(list, 0, LVIS_SELECTED, LVIS_SELECTED);
     CHECK(drive::press(form->hwnd(), L"Remove"));
@@ -212,21 +142,23 @@ TEST_CASE("the auto-answer's window: a message is added, counted, renamed, refus
     const HWND window = form->hwnd();
     constexpr wchar_t kBox[] = L"Velora - Auto-Answer";
     constexpr wchar_t kEditor[] = L"Velora - IM Answer Message";
-    Steps(window, L"Add...",
-          {{kBox, L"a title for this General", types(L"Lunch")},
-           {kEditor, newGeneralMessage(), types(std::wstring(513, L'x'))},
-           {kBox, L"The outgoing IM character limit is 512 characters.", presses(L"OK")},
-           {kEditor, std::wstring(513, L'x'), types(L"at lunch")}});
+    const std::wstring tooLong(513, L'x');
+    Steps({{kBox, L"a title for this General", L"OK", L"Lunch"},
+           {kEditor, newGeneralMessage(), L"OK", tooLong},
+           {kBox, L"The outgoing IM character limit is 512 characters."},
+           {kEditor, tooLong, L"OK", L"at lunch"}},
+          [&] { click(window, L"Add..."); });
     CHECK(waitFor([&] { return bench.file(L"im\\general\\Lunch.dat") == L"at lunch"; }));
     CHECK(waitFor([] { return opt::IM::Message.get() == L"Lunch"; }));
-    Steps(window, L"Add...",
-          {{kBox, L"a title for this General", types(L"lunch")},
-           {kBox, L"Message title already exists!", presses(L"OK")}});
-    Steps(window, L"Rename...", {{kBox, L"a title for this General", types(L"Dinner")}});
+    Steps({{kBox, L"a title for this General", L"OK", L"lunch"},
+           {kBox, L"Message title already exists!"}},
+          [&] { click(window, L"Add..."); });
+    Steps({{kBox, L"a title for this General", L"OK", L"Dinner"}},
+          [&] { click(window, L"Rename..."); });
     CHECK(waitFor([] { return opt::IM::Message.get() == L"Dinner"; }));
     CHECK(bench.file(L"im\\general\\Dinner.dat") == L"at lunch");
-    Steps(window, L"Delete",
-          {{kBox, L"from your General IM Answer Message Queue.", presses(L"Yes")}});
+    Steps({{kBox, L"from your General IM Answer Message Queue.", L"Yes"}},
+          [&] { click(window, L"Delete"); });
     CHECK(waitFor([] { return opt::IM::Message.get().empty(); }));
 
     const HWND mode = drive::child(window, L"ComboBox");

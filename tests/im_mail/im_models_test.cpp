@@ -137,32 +137,8 @@ TEST_CASE("ignore lists: for good, for days, expired, damaged")
     CHECK(withoutIgnored(L"a\r\nb\r\n", L"A") == L"b\r\n");
 }
 
-TEST_CASE("modes of the auto-answer")
+TEST_CASE("a name in an answer and in its file brings no markup and no path")
 {
-    for (const bool listed : {false, true})
-        for (const bool note : {false, true}) {
-            CHECK_FALSE(modeAnswers(0, listed, note));
-            CHECK(modeAnswers(1, listed, note));
-            CHECK(modeAnswers(2, listed, note) == listed);
-            CHECK(modeAnswers(3, listed, note) == !listed);
-            CHECK(modeAnswers(4, listed, note) == note);
-            CHECK(modeAnswers(5, listed, note) == !note);
-            CHECK(modeAnswers(17, listed, note));
-        }
-    CHECK(listHolds(L"Joe Smith\r\nann", L"joe smith"));
-    CHECK_FALSE(listHolds(L"\r\n", L""));
-}
-
-TEST_CASE("which message answers, and its limit")
-{
-    CHECK(GetReturnMsg(L"p", L"g", L"d").text == L"p");
-    CHECK(GetReturnMsg(std::nullopt, L"g", L"d").text == L"g");
-    CHECK(GetReturnMsg(std::nullopt, std::nullopt, L"d").text == L"d");
-    CHECK(GetReturnMsg(L"", L"g", L"d").text == defaultAnswer());
-    CHECK_FALSE(GetReturnMsg(std::wstring(512, L'x'), {}, L"").tooLong);
-    const auto tooLong = GetReturnMsg(std::wstring(513, L'x'), {}, L"");
-    CHECK(tooLong.tooLong);
-    CHECK(tooLong.text == defaultAnswer());
     CHECK(fillAnswer(L"Hi {%} {%}", L"{%}<b>") == L"Hi {%}&lt;b&gt; {%}&lt;b&gt;");
     CHECK(personalisedFileName(L"Joe Smith") == L"joesmith.dat");
     CHECK(personalisedFileName(L"..\\x") == L"%2E.%5Cx.dat");

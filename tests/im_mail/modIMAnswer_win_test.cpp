@@ -45,7 +45,6 @@ struct Bench {
         formerSink = setErrorSink([](const ErrorRecord& record) noexcept {
             MESSAGE(record.module, ".", record.procedure, ": ", record.reason);
         });
-        LoadSettings();
         aol() = {};
         aol().folder = host.folder();
         aol().edition = options.edition;

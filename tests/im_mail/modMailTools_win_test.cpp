@@ -14,9 +14,8 @@
 #include "support/answer_win.h"
 #include "support/aolhost_win.h"
 #include "support/drive_win.h"
-#include "support/memory_store.h"
+#include "support/form_scope_win.h"
 #include "support/tempdir.h"
-#include "ui/MessageLoop.h"
 #include "ui/Timer.h"
 
 #include <doctest/doctest.h>
@@ -43,11 +42,8 @@ std::wstring umlautsAndEmoji()
 struct MailBench {
     explicit MailBench(int edition = 0, int version = 5, const std::wstring& body = L"",
                        bool connect = true)
-        : host({.edition = edition, .version = version}),
-          former(setSettingsStore(std::make_unique<MemoryStore>()))
+        : host({.edition = edition, .version = version})
     {
-        LoadSettings();
-        opt::General::AutoCloseMsgBox.set(false);
         aol() = {};
         aol().folder = host.folder();
         aol().edition = edition;
@@ -61,11 +57,8 @@ struct MailBench {
     ~MailBench()
     {
         Form::unloadAll();
-        doEvents();
         aolLink().disconnect();
         aol() = {};
-        setSettingsStore(std::move(former));
-        LoadSettings();
     }
     std::wstring body() { return AolMailBody(mail.body).text().value_or(L"(absent)"); }
     /// Selects all of this text in the body.
@@ -76,7 +69,7 @@ struct MailBench {
         REQUIRE(AolMailBody(mail.body).select({at, at + static_cast<int>(part.size())}));
     }
     AolHost host;
-    std::unique_ptr<SettingsStore> former;
+    FormScope forms;
     MailWindow mail;
 };
 
@@ -226,39 +219,6 @@ TEST_CASE("a wrong password shows an empty window; none at all shows nothing")
     const Password password(kDecryptBox, L"PW");
     REQUIRE(DecryptMail());
     CHECK(shownText().empty());
-}
-
-TEST_CASE("Cancel, No and an empty password change nothing")
-{
-    MailBench bench(0, 5, L"some text");
-    AolMailBody body(bench.mail.body);
-    REQUIRE(body.select({2, 2}));
-    {
-        const Answer no(L"No", kEncryptBox);
-        CHECK_FALSE(EncryptMail());
-    }
-    for (const WORD key : {VK_ESCAPE, VK_RETURN}) {
-        const Password password(kEncryptBox, key == VK_RETURN ? L"  " : L"pw", true, key);
-        CHECK_FALSE(EncryptMail());
-        CHECK(password.done());
-    }
-    CHECK(bench.body() == L"some text");
-    const auto caret = body.selection();
-    REQUIRE(caret);
-    CHECK(caret->from == 2);
-    CHECK(caret->to == 2);
-    CHECK_FALSE(canUndoEncryption());
-}
-
-TEST_CASE("a text that is too long is said to be, and stays")
-{
-    const std::wstring text(7500, L'x');
-    MailBench bench(0, 5, text);
-    const Password password(kEncryptBox, L"pw", true);
-    const Answer told(L"OK", kEncryptBox, L"more than 30000 characters");
-    CHECK_FALSE(EncryptMail());
-    CHECK(told.came());
-    CHECK(bench.body() == text);
 }
 
 TEST_CASE("the encryption is undone while nothing else has changed")

@@ -67,28 +67,6 @@ TEST_CASE("a new database holds the engine's tables only, in name order with the
     CHECK_FALSE(files.exists(L"w.mdb.jrn"));
 }
 
-TEST_CASE("a table comes back as it was defined")
-{
-    MemoryFiles files;
-    const auto db = newDatabase(files);
-    const JetTable wanted = descriptionTable(L"AOL Sounds");
-    const JetTable found = db->tableDef(L"aol sounds");
-    CHECK(found.name == L"AOL Sounds");
-    REQUIRE(found.fields.size() == 8);
-    for (std::size_t i = 0; i < 8; ++i) {
-        CHECK(found.fields[i].name == wanted.fields[i].name);
-        CHECK(found.fields[i].type == kJetText);
-        CHECK(found.fields[i].size == wanted.fields[i].size);
-        CHECK_FALSE(found.fields[i].allowZeroLength);
-        CHECK_FALSE(found.fields[i].required);
-    }
-    REQUIRE(found.indexes.size() == 1);
-    CHECK(found.indexes[0].name == L"PrimaryKey");
-    CHECK(found.indexes[0].fields == std::vector<std::wstring>{L"Filename"});
-    CHECK(found.indexes[0].primary);
-    CHECK(found.indexes[0].unique);
-}
-
 TEST_CASE("seek finds by the sort order's equality")
 {
     MemoryFiles files;

@@ -93,52 +93,6 @@ TEST_CASE("text is read plain and compressed, written plain")
     CHECK(encodeText(L"a\u0416") == std::string("a\0\x16\x04", 4));
 }
 
-TEST_CASE("whatever a row holds, reading it stays inside")
-{
-    const TableDef def = acesLike();
-    std::string row =
-        encodeRow(def, {encodeLong(1), bytes({1}), encodeLong(2), std::string("binary")});
-    for (std::size_t at = 0; at < row.size(); ++at)
-        for (int value = 0; value < 256; ++value) {
-            std::string broken = row;
-            broken[at] = static_cast<char>(value);
-            try {
-                decodeRow(def, Bytes(broken));
-                decodeRow(def, Bytes(broken).part(0, at));
-            } catch (const JetError& error) {
-                CHECK(error.number() == jeterr::kDamaged);
-            }
-        }
-}
-
-TEST_CASE("rows of a page keep their numbers and give their bytes back")
-{
-    Page page;
-    makeDataPage(page, 15);
-    CHECK(freeBytes(page) == 4082);
-    for (const char* row : {"first", "second row", "third"})
-        addRow(page, Bytes(std::string_view(row)));
-    CHECK(page.u16(14) == 4091);
-    CHECK(page.u16(2) == 4082 - 20 - 6);
-
-    removeRow(page, 1);
-    CHECK(page.u16(16) == (0xC000 | 4091));
-    CHECK(rowBytes(page, 2).text() == "third");
-    CHECK(page.u16(2) == 4082 - 10 - 6);
-    CHECK(freeBytes(page) == page.u16(2));
-
-    replaceRow(page, 0, Bytes(std::string_view("a longer first row")));
-    CHECK(rowBytes(page, 0).text() == "a longer first row");
-    CHECK(rowBytes(page, 2).text() == "third");
-    replaceRow(page, 0, Bytes(std::string_view("x")));
-    CHECK(rowBytes(page, 2).text() == "third");
-    CHECK_FALSE(isEmpty(page));
-    removeRow(page, 0);
-    removeRow(page, 2);
-    CHECK(isEmpty(page));
-    CHECK(freeBytes(page) == 4082 - 6);
-}
-
 TEST_CASE("a page is full at 255 rows or when no byte is left")
 {
     Page page;

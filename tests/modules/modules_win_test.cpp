@@ -15,10 +15,7 @@ namespace {
 
 std::wstring besideTest(const wchar_t* file)
 {
-    wchar_t path[MAX_PATH];
-    const DWORD length = GetModuleFileNameW(nullptr, path, MAX_PATH);
-    const std::wstring program(path, length);
-    return program.substr(0, program.rfind(L'\\') + 1) + file;
+    return test::buildFolder() + L"\\" + file;
 }
 
 template <class Function>
@@ -53,10 +50,7 @@ TEST_CASE("launch32 reads AOL's version into three characters")
     const Launch32 launch32;
     REQUIRE(bool(launch32.AOLGetVersion));
     for (int number = 3; number <= 7; ++number) {
-        AolHost::Options options;
-        options.version = number;
-        options.run = false;
-        AolHost host(options);
+        AolHost host({.version = number, .run = false});
         const std::string folder = to1252(host.folder());
         CHECK(version(launch32, folder) == std::to_string(number) + ".0");
         CHECK(version(launch32, folder + "\\") == std::to_string(number) + ".0");
@@ -87,9 +81,7 @@ TEST_CASE("launch32 names who is signed on, in a buffer of any size")
     char buffer[64];
     CHECK(launch32.AOLGetScreenName(buffer, sizeof buffer) == 0);
     for (const int edition : {0, 4, 5}) {
-        AolHost::Options options;
-        options.edition = edition;
-        AolHost host(options);
+        AolHost host({.edition = edition});
         const std::string name = "Orv Tester";
         CHECK(launch32.AOLGetScreenName(buffer, sizeof buffer) == 10);
         CHECK(std::string(buffer) == name);

@@ -114,13 +114,6 @@ TEST_CASE_FIXTURE(Scratch, "every type is written as its kind and comes back")
     CHECK(at(L"S", L"B").Value() == data);
 }
 
-TEST_CASE_FIXTURE(Scratch, "a Long over a text makes it a number")
-{
-    at(L"S", L"V").Value(std::wstring(L"text"));
-    at(L"S", L"V").Value(std::int32_t{7});
-    CHECK(at(L"S", L"V").Value() == RegValue(std::int32_t{7}));
-}
-
 TEST_CASE_FIXTURE(Scratch, "keys, values and their lists")
 {
     CHECK_FALSE(at(L"One").KeyExists());
@@ -178,56 +171,6 @@ TEST_CASE_FIXTURE(Scratch, "a value of a damaged size or unknown kind gives the 
     CHECK(at(L"S", L"open").Value() == RegValue(L"abc"));
     CHECK(at(L"S", L"nul").Value() == RegValue(L"ab"));
     CHECK(at(L"S").EnumerateValues().size() == 7);
-}
-
-TEST_CASE_FIXTURE(Store, "junk in the registry gives every option its default")
-{
-    unsigned char junk[300];
-    for (std::size_t i = 0; i < sizeof junk; ++i)
-        junk[i] = static_cast<unsigned char>(i * 37 + 1);
-    for (const OptionInfo& info : optionCatalogue()) {
-        std::wstring section = info.section;
-        if (section.ends_with(L'\\'))
-            section += L"Cool Fade";
-        if (info.atStart)
-            putRaw(section, info.key, REG_BINARY, junk, sizeof junk);
-    }
-    LoadSettings();
-    for (const OptionInfo& info : optionCatalogue()) {
-        const OptionId id{static_cast<std::size_t>(&info - optionCatalogue().data())};
-        CAPTURE(info.key);
-        if (info.type == OptionType::Boolean)
-            CHECK(RegValue(optionValue<bool>(id)) == optionDefault(id));
-        else if (info.type == OptionType::String)
-            CHECK(RegValue(optionValue<std::wstring>(id)) == optionDefault(id));
-        else
-            CHECK(RegValue(static_cast<std::int32_t>(optionValue<long>(id))) == optionDefault(id));
-    }
-    putRaw(L"Fader", L"Default", REG_SZ, std::wstring(5000, L'n').c_str(), 10002);
-    LoadSettings();
-    CHECK(opt::Fader::Default.get().size() == 5000);
-    CHECK(opt::FadeScheme::FadeNumber.get() == 6);
-}
-
-TEST_CASE_FIXTURE(Store, "options are written as the registry shows them and read again")
-{
-    LoadSettings();
-    opt::General::ChatLog.set(true);
-    opt::General::AutoCloseTime.set(30);
-    opt::Glintune::Current.set(L"\x2022{%}\x2022");
-    opt::FadeScheme::Three.set(0xFF00FF);
-    CHECK(at(L"General", L"ChatLog").Value() == RegValue(L"True"));
-    CHECK(at(L"General", L"AutoCloseTime").Value() == RegValue(std::int32_t{30}));
-    CHECK(at(L"Fader\\Schemes\\Cool Fade", L"Three").Value() == RegValue(std::int32_t{0xFF00FF}));
-    setSettingsStore(nullptr);
-    LoadSettings();
-    CHECK_FALSE(opt::General::ChatLog.get());
-    setSettingsStore(makeRegistryStore(path));
-    LoadSettings();
-    CHECK(opt::General::ChatLog.get());
-    CHECK(opt::General::AutoCloseTime.get() == 30);
-    CHECK(opt::Glintune::Current.get() == L"\x2022{%}\x2022");
-    CHECK(opt::FadeScheme::Three.get() == 0xFF00FF);
 }
 
 TEST_CASE_FIXTURE(Store, "sections are deleted with what is in them")

@@ -5,18 +5,17 @@
 #include "base/text.h"
 #include "core/modAOL.h"
 #include "core/modMain.h"
-#include "settings/Options.h"
 #include "sounds/WavDescriptions.h"
 #include "sounds/clsMP3.h"
 #include "sounds/modDescriptions.h"
 #include "support/aolhost_win.h"
 #include "support/drive_win.h"
+#include "support/form_scope_win.h"
 #include "support/install_win.h"
-#include "support/memory_store.h"
+#include "support/steps_win.h"
 #include "support/tempdir.h"
 #include "support/wavfile.h"
 #include "ui/MessageLoop.h"
-#include "ui/Timer.h"
 
 #include <doctest/doctest.h>
 
@@ -51,23 +50,16 @@ Description described(const wchar_t* name, const wchar_t* comments)
 }
 
 /// The window over a new database with two descriptions in "AOL Directory".
-struct Window {
-    Window() : former(setSettingsStore(std::make_unique<MemoryStore>()))
+struct Window : FormScope {
+    Window()
     {
-        LoadSettings();
-        opt::General::AutoCloseMsgBox.set(false);
         clean();
         REQUIRE(wavDatabase().Init());
         wavDatabase().SetTable(L"AOL Directory");
         wavDatabase().AddRecords(
             {described(L"hello.wav", L"Says hello"), described(L"bye.mp3", L"Says good bye")});
     }
-    ~Window()
-    {
-        clean();
-        setSettingsStore(std::move(former));
-        LoadSettings();
-    }
+    ~Window() { clean(); }
     void open()
     {
         frmDescriptions::openWindow();
@@ -134,89 +126,20 @@ struct Window {
         REQUIRE(entry >= 0);
         PostMessageW(window, WM_COMMAND, GetMenuItemID(popup, entry), 0);
     }
-    void pressLater(const wchar_t* button) const
+    void press(const wchar_t* button) const
     {
         const HWND found = drive::child(window, button);
         REQUIRE(drive::until([&] { return IsWindowEnabled(found) != 0; }));
         PostMessageW(found, BM_CLICK, 0, 0);
     }
 
-    std::unique_ptr<SettingsStore> former;
     HWND window = nullptr, list = nullptr;
 };
 
-/// A step looks whether it can act yet, acts, and says so; it never pumps.
-using Steps = std::vector<std::function<bool()>>;
-
-/// Runs the steps one after the other from whatever loop runs: what they close can close.
-void play(const Steps& steps)
-{
-    std::size_t at = 0;
-    Timer timer;
-    timer.start(20, [&] {
-        if (at < steps.size() && steps[at]())
-            ++at;
-    });
-    const bool done = drive::until([&] { return at == steps.size(); }, 30000);
-    CHECK_MESSAGE(done, "stands at step ", at);
-    if (!done)
-        Form::unloadAll();
-    timer.stop();
-    doEvents();
-}
-
-HWND shownWindow(const wchar_t* caption)
-{
-    const HWND window = FindWindowW(nullptr, caption);
-    return window && IsWindowVisible(window) && IsWindowEnabled(window) ? window : nullptr;
-}
-
-void post(HWND window, const wchar_t* button)
-{
-    PostMessageW(drive::child(window, button), BM_CLICK, 0, 0);
-}
-
-/// In a dialog: for keys, once it has the focus.
-std::function<bool()> dialog(const wchar_t* caption, const std::function<void(HWND)>& act,
-                             bool keys = false)
-{
-    return [=] {
-        const HWND window = shownWindow(caption);
-        if (!window)
-            return false;
-        if (keys && (GetForegroundWindow() != window || !IsChild(window, GetFocus()))) {
-            SetForegroundWindow(window);
-            return false;
-        }
-        act(window);
-        return true;
-    };
-}
-
 /// Answers the box that says `part`.
-std::function<bool()> box(std::wstring part, const wchar_t* button)
+Step box(std::wstring part, const wchar_t* button = L"OK")
 {
-    return [=] {
-        for (HWND at = nullptr; (at = FindWindowExW(nullptr, at, nullptr, kCaption));)
-            for (const HWND child : drive::children(at))
-                if (IsWindowVisible(at) && IsWindowEnabled(at) && drive::child(at, button)
-                    && drive::text(child).find(part) != std::wstring::npos) {
-                    post(at, button);
-                    return true;
-                }
-        return false;
-    };
-}
-
-HWND field(HWND dialog, int which)
-{
-    for (const HWND child : drive::children(dialog)) {
-        wchar_t name[32] = L"";
-        GetClassNameW(child, name, 32);
-        if (lstrcmpiW(name, L"Edit") == 0 && GetParent(child) == dialog && which-- == 0)
-            return child;
-    }
-    return nullptr;
+    return {kCaption, std::move(part), button};
 }
 
 } // namespace
@@ -225,34 +148,29 @@ TEST_CASE_FIXTURE(Window, "by keyboard alone: new, edit, search, delete; Esc clo
 {
     open();
     shows(L"bye.mp3=Says good bye;hello.wav=Says hello;");
-    drive::key('N', {VK_CONTROL});
-    play({dialog(
-              kNew, [](HWND) { drive::key(VK_RETURN); }, true),
-          box(L"Please enter the name of the sound file", L"OK"),
-          dialog(
-              kNew,
-              [](HWND) {
-                  drive::type(L"new.wav");
-                  for (int tab = 0; tab < 5; ++tab)
-                      drive::key(VK_TAB);
-                  drive::type(L"Brand new");
-                  drive::key(VK_RETURN);
-              },
-              true)});
+    Steps({byKeys(kNew, [] { drive::key(VK_RETURN); }),
+           box(L"Please enter the name of the sound file"),
+           byKeys(kNew,
+                  [] {
+                      drive::type(L"new.wav");
+                      for (int tab = 0; tab < 5; ++tab)
+                          drive::key(VK_TAB);
+                      drive::type(L"Brand new");
+                      drive::key(VK_RETURN);
+                  })},
+          [] { drive::key('N', {VK_CONTROL}); });
     shows(L"bye.mp3=Says good bye;hello.wav=Says hello;new.wav=Brand new;");
 
     drive::key(VK_HOME); // the new one is selected; the list has the focus
-    drive::key(VK_RETURN);
-    play({dialog(
-        kEdit,
-        [](HWND) {
-            drive::key('T', {VK_MENU});
-            drive::type(L"Farewell");
-            drive::key('C', {VK_MENU});
-            drive::type(L"Bye");
-            drive::key(VK_RETURN);
-        },
-        true)});
+    Steps({byKeys(kEdit,
+                  [] {
+                      drive::key('T', {VK_MENU});
+                      drive::type(L"Farewell");
+                      drive::key('C', {VK_MENU});
+                      drive::type(L"Bye");
+                      drive::key(VK_RETURN);
+                  })},
+          [] { drive::key(VK_RETURN); });
     shows(L"bye.mp3=Bye;hello.wav=Says hello;new.wav=Brand new;");
     REQUIRE(wavDatabase().IsMatch(L"BYE.mp3"));
     CHECK(wavDatabase().Title() == L"Farewell");
@@ -263,11 +181,10 @@ TEST_CASE_FIXTURE(Window, "by keyboard alone: new, edit, search, delete; Esc clo
     drive::key(VK_TAB);
     drive::key(VK_TAB); // over "In all categories" into the list
     drive::key(VK_SPACE);
-    drive::key(VK_DELETE);
-    play({box(L"delete the record for hello.wav?", L"No")});
+    const auto deletes = [] { drive::key(VK_DELETE); };
+    Steps({box(L"delete the record for hello.wav?", L"No")}, deletes);
     shows(L"hello.wav=Says hello;");
-    drive::key(VK_DELETE);
-    play({box(L"delete the record for hello.wav?", L"Yes")});
+    Steps({box(L"delete the record for hello.wav?", L"Yes")}, deletes);
     shows(L"");
     CHECK_FALSE(wavDatabase().IsMatch(L"hello.wav"));
 
@@ -279,19 +196,17 @@ TEST_CASE_FIXTURE(Window, "by keyboard alone: new, edit, search, delete; Esc clo
 TEST_CASE_FIXTURE(Window, "a description moves to another category, not to its own")
 {
     open();
-    const auto moveTo = [&](const wchar_t* category, Steps then) {
+    const auto moveTo = [&](const wchar_t* category, std::vector<Step> then) {
         select(0);
-        pressLater(L"Move...");
-        then.insert(then.begin(), dialog(kMove, [=](HWND shown) {
-                        const HWND choice = drive::child(shown, L"ListBox");
-                        SendMessageW(choice, LB_SELECTSTRING, static_cast<WPARAM>(-1),
-                                     reinterpret_cast<LPARAM>(category));
-                        post(shown, L"OK");
-                    }));
-        play(then);
+        then.insert(then.begin(), {.caption = kMove, .act = [=](HWND shown) {
+                                       SendMessageW(drive::child(shown, L"ListBox"),
+                                                    LB_SELECTSTRING, static_cast<WPARAM>(-1),
+                                                    reinterpret_cast<LPARAM>(category));
+                                       PostMessageW(drive::child(shown, L"OK"), BM_CLICK, 0, 0);
+                                   }});
+        Steps(then, [&] { press(L"Move..."); });
     };
-    moveTo(L"AOL Directory",
-           {box(L"You cannot move a description to the category it already", L"OK")});
+    moveTo(L"AOL Directory", {box(L"You cannot move a description to the category it already")});
     moveTo(L"AOL Sounds", {});
     shows(L"hello.wav=Says hello;");
     choose(L"AOL Sounds");
@@ -299,7 +214,7 @@ TEST_CASE_FIXTURE(Window, "a description moves to another category, not to its o
     // The other category has one of that name: both stay.
     wavDatabase().SetTable(L"AOL Directory");
     wavDatabase().AddRecords({described(L"BYE.mp3", L"another")});
-    moveTo(L"AOL Directory", {box(L"already holds a description", L"OK")});
+    moveTo(L"AOL Directory", {box(L"already holds a description")});
     shows(L"bye.mp3=Says good bye;");
 
     SendMessageW(drive::child(window, L"In all categories"), BM_CLICK, 0, 0);
@@ -309,31 +224,20 @@ TEST_CASE_FIXTURE(Window, "a description moves to another category, not to its o
 TEST_CASE_FIXTURE(Window, "categories are made, renamed and deleted")
 {
     open();
-    const auto named = [&](const wchar_t* item, const wchar_t* name, Steps then) {
-        menu(L"Category", item);
-        then.insert(then.begin(), [=, this] {
-            HWND input = nullptr;
-            while ((input = FindWindowExW(nullptr, input, nullptr, kCaption)))
-                if (input != window && IsWindowVisible(input) && field(input, 0))
-                    break;
-            if (!input)
-                return false;
-            SetWindowTextW(field(input, 0), name);
-            post(input, L"OK");
-            return true;
-        });
-        play(then);
+    const auto named = [&](const wchar_t* item, const wchar_t* name, std::vector<Step> then) {
+        then.insert(then.begin(), {.caption = kCaption, .part = L"ategory", .type = name});
+        Steps(then, [&] { menu(L"Category", item); });
     };
     named(L"New...", L"My Sounds", {});
     CHECK(wavDatabase().GetTables().size() == 4);
     shows(L"");
-    named(L"New...", L"MSysMine", {box(L"cannot be made", L"OK")});
-    named(L"Rename...", L"AOL Sounds", {box(L"cannot be made", L"OK")});
+    named(L"New...", L"MSysMine", {box(L"cannot be made")});
+    named(L"Rename...", L"AOL Sounds", {box(L"cannot be made")});
     named(L"Rename...", L"Our Sounds", {});
     CHECK(drive::text(drive::child(window, WC_COMBOBOXW)) == L"Our Sounds");
     choose(L"AOL Directory");
-    menu(L"Category", L"Delete...");
-    play({box(L"delete the Descriptions Category AOL Directory?", L"Yes")});
+    Steps({box(L"delete the Descriptions Category AOL Directory?", L"Yes")},
+          [&] { menu(L"Category", L"Delete..."); });
     std::wstring names;
     for (const std::wstring& name : wavDatabase().GetTables())
         names += name + L";";
@@ -351,23 +255,16 @@ TEST_CASE_FIXTURE(Window, "a category is filled from a folder; Cancel keeps what
     tag.SaveTag(sounds.file(L"s0.wav"));
     open();
     choose(L"AOL Sounds");
-    const auto from = [&](const std::wstring& folder) {
-        return dialog(kFill, [=](HWND shown) {
-            SetWindowTextW(field(shown, 0), folder.c_str());
-            post(shown, L"OK");
-        });
+    const auto from = [](const std::wstring& folder) {
+        return Step{.caption = kFill, .type = folder};
     };
-    const auto fill = [&](Steps then) {
-        menu(L"Category", L"Fill from Folder...");
-        then.insert(then.begin(), from(sounds.path()));
-        play(then);
-    };
-    menu(L"Category", L"Fill from Folder...");
-    play({from(L"C:\\no such folder"), box(L"does not exist", L"OK"), from(sounds.path()),
-          dialog(kProcessing, [](HWND shown) { post(shown, L"Cancel"); }),
-          box(L"What was done until then stays", L"OK")});
+    const auto fill = [&] { menu(L"Category", L"Fill from Folder..."); };
+    Steps({from(L"C:\\no such folder"), box(L"does not exist"), from(sounds.path()),
+           Step{.caption = kProcessing, .press = L"Cancel"},
+           box(L"What was done until then stays")},
+          fill);
     CHECK(wavDatabase().GetRecordCount(L"AOL Sounds") < 600);
-    fill({box(L"Added:", L"OK")});
+    Steps({from(sounds.path()), box(L"Added:")}, fill);
     CHECK(wavDatabase().GetRecordCount(L"AOL Sounds") == 600);
     CHECK(ListView_GetItemCount(list) == 600);
     REQUIRE(wavDatabase().IsMatch(L"s0.wav"));
@@ -380,12 +277,11 @@ TEST_CASE_FIXTURE(Window, "description files of an older version are offered, im
     replaceFile(file, "old.wav\tFrom of old\r\nhello.wav\tAlso here\r\nnothing\r\n");
     int told = 0;
     wavDescriptions().changed = [&] { ++told; };
-    open();
     constexpr wchar_t kOffer[] = L"has detected Wav Description files from an older version";
-    play({box(kOffer, L"No")});
+    Steps({box(kOffer, L"No")}, [&] { open(); });
     CHECK(fileExists(file));
-    menu(L"Database", L"Import Older Descriptions...");
-    play({box(kOffer, L"Yes"), box(L"Added: 2 descriptions", L"OK")});
+    Steps({box(kOffer, L"Yes"), box(L"Added: 2 descriptions")},
+          [&] { menu(L"Database", L"Import Older Descriptions..."); });
     wavDescriptions().changed = nullptr;
     shows(L"hello.wav=Also here;old.wav=From of old;");
     CHECK_FALSE(fileExists(file));
@@ -395,10 +291,8 @@ TEST_CASE_FIXTURE(Window, "description files of an older version are offered, im
     REQUIRE(wavDatabase().IsMatch(L"hello.wav"));
     CHECK(wavDatabase().Comments() == L"Says hello");
 
-    menu(L"Database", L"Compact");
-    play({box(L"was successfully compacted.", L"OK")});
-    menu(L"Database", L"Repair");
-    play({box(L"was successfully repaired.", L"OK")});
+    Steps({box(L"was successfully compacted.")}, [&] { menu(L"Database", L"Compact"); });
+    Steps({box(L"was successfully repaired.")}, [&] { menu(L"Database", L"Repair"); });
     shows(L"hello.wav=Also here;old.wav=From of old;");
 }
 
@@ -410,16 +304,15 @@ TEST_CASE_FIXTURE(Window, "the list goes into the open mail; without one the use
     aol().version = 5;
     REQUIRE(connectAol());
     open();
-    menu(L"Category", L"Print to E-Mail");
-    play({box(L"unable to open an E-Mail window", L"OK")});
+    const auto print = [&] { menu(L"Category", L"Print to E-Mail"); };
+    Steps({box(L"unable to open an E-Mail window")}, print);
     const MailWindow mail = AOL_OpenEMail();
     REQUIRE(mail);
-    menu(L"Category", L"Print to E-Mail");
+    print();
     CHECK(waitFor(
         [&] { return textOf(mail.body).find(L"Print Wav Descriptions") != std::wstring::npos; }));
     CHECK(textOf(mail.body).find(L"Comments: Says hello") != std::wstring::npos);
-    menu(L"Category", L"Print to E-Mail");
-    play({box(L"already holds a text", L"No")});
+    Steps({box(L"already holds a text", L"No")}, print);
 }
 
 TEST_CASE_FIXTURE(Window, "what the wav list asks of the descriptions")
@@ -438,11 +331,14 @@ TEST_CASE_FIXTURE(Window, "what the wav list asks of the descriptions")
     tag.SetTitle(L"Tagged");
     tag.SaveTag(sounds.file(L"x.wav"));
     bool saved = false;
-    postCall([&] { saved = routes.edit(sounds.file(L"x.wav"), L"Mine"); });
-    play({dialog(kEdit, [](HWND shown) {
-        CHECK(drive::text(field(shown, 1)) == L"Tagged");
-        post(shown, L"OK");
-    })});
+    Steps({{.caption = kEdit,
+            .act =
+                [](HWND shown) {
+                    CHECK(drive::child(shown, L"Tagged"));
+                    PostMessageW(drive::child(shown, L"OK"), BM_CLICK, 0, 0);
+                }}},
+          [&] { postCall([&] { saved = routes.edit(sounds.file(L"x.wav"), L"Mine"); }); });
+    CHECK(drive::until([&] { return saved; }));
     CHECK(saved);
     REQUIRE(routes.find(L"x.wav"));
     CHECK(routes.find(L"x.wav")->title == L"Tagged");

@@ -3,12 +3,10 @@
 
 #include "base/files.h"
 #include "core/MsgBoxEx.h"
-#include "settings/Options.h"
 #include "support/answer_win.h"
 #include "support/drive_win.h"
-#include "support/memory_store.h"
+#include "support/form_scope_win.h"
 #include "support/tempdir.h"
-#include "ui/MessageLoop.h"
 
 #include <doctest/doctest.h>
 
@@ -20,21 +18,11 @@ namespace {
 constexpr wchar_t kBox[] = L"Velora - Tag Editor";
 
 /// An editor over a file with these bytes. Its controls are reached by their names.
-struct Editor {
-    Editor(const wchar_t* name, const std::string& bytes)
-        : former(setSettingsStore(std::make_unique<MemoryStore>())), path(folder.file(name))
+struct Editor : FormScope {
+    Editor(const wchar_t* name, const std::string& bytes) : path(folder.file(name))
     {
-        LoadSettings();
-        opt::General::AutoCloseMsgBox.set(false);
         replaceFile(path, bytes);
         reopen();
-    }
-    ~Editor()
-    {
-        Form::unloadAll();
-        doEvents();
-        setSettingsStore(std::move(former));
-        LoadSettings();
     }
     void reopen()
     {
@@ -59,7 +47,6 @@ struct Editor {
     std::string content() const { return readFile(path).value_or("(missing)"); }
 
     TempDir folder;
-    std::unique_ptr<SettingsStore> former;
     std::wstring path;
     frmTagEdit* form = nullptr;
     HWND window = nullptr;

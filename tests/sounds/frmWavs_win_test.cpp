@@ -266,14 +266,8 @@ TEST_CASE("categories are made, filled, renamed and deleted")
     Bench bench;
     bench.openList();
     constexpr wchar_t kList[] = L"Velora - Wav List", kCategory[] = L"Velora - Category";
-    const auto steps = [](std::vector<Step> all, const std::function<void()>& start) {
-        Steps chain(std::move(all));
-        start();
-        CHECK(drive::until([&] { return chain.done(); }));
-        CAPTURE(chain.next());
-    };
     // A group, by keys: its name must be its own.
-    steps({{L"Velora - New Category",
+    Steps({{L"Velora - New Category",
             L"custom group",
             L"OK",
             {},
@@ -291,26 +285,26 @@ TEST_CASE("categories are made, filled, renamed and deleted")
     bench.drop({bench.other.path(), bench.zoo.file(L"lion.wav"), bench.zoo.file(L"lion.wav")});
     CHECK(bench.shows(L"Count: 2"));
     CHECK(bench.shows(L"2 sounds added to Birds"));
-    const Step nothing{kList, L"There are no files in this directory to add!"};
-    steps({nothing}, [&] { bench.drop({bench.other.file(L"notes.txt")}); });
+    Steps({{kList, L"There are no files in this directory to add!"}},
+          [&] { bench.drop({bench.other.file(L"notes.txt")}); });
 
     // A file that has gone: the entry is grey, the question removes it.
     deleteFile(bench.other.file(L"roar.wav"));
     bench.find(L"roar");
-    steps({{kList, L"is no longer valid.", L"Yes"}}, [&] { bench.menu(L"Sound", {'P'}); });
+    Steps({{kList, L"is no longer valid.", L"Yes"}}, [&] { bench.menu(L"Sound", {'P'}); });
     CHECK(readListFile(birds, true).size() == 1);
 
     // By its menu: renamed, then deleted, which leaves the files.
     bench.find(L"");
-    steps({{kCategory, L"Below is the currently selected Category.", L"OK", L"Raptors"}},
+    Steps({{kCategory, L"Below is the currently selected Category.", L"OK", L"Raptors"}},
           [&] { bench.menu(L"Category", {'E'}); });
     CHECK(drive::until([] { return wavCategories()[1].name == L"Raptors"; }));
     CHECK(bench.shows(L"Count: 1"));
-    steps({{kList, L"This action will not delete actual files.", L"Yes"}},
+    Steps({{kList, L"This action will not delete actual files.", L"Yes"}},
           [&] { bench.menu(L"Category", {'D'}); });
     CHECK(drive::until([] { return wavCategories().size() == 2; }));
     CHECK(readListFile(birds, true).size() == 1);
-    steps({{kList, L"No Category has been selected for deletion."}},
+    Steps({{kList, L"No Category has been selected for deletion."}},
           [&] { bench.menu(L"Category", {'D'}); });
     for (const wchar_t* copy : {L"", L".1", L".2", L".3"})
         deleteFile(birds + copy);
@@ -321,16 +315,10 @@ TEST_CASE("a file is attached, deleted and copied, the list saved and written in
     Bench bench;
     bench.openList();
     constexpr wchar_t kList[] = L"Velora - Wav List";
-    const auto steps = [](std::vector<Step> all, const std::function<void()>& start) {
-        Steps chain(std::move(all));
-        start();
-        CHECK(drive::until([&] { return chain.done(); }));
-        CAPTURE(chain.next());
-    };
-    steps({{kList, L"No file selected to attach to an E-Mail."}},
+    Steps({{kList, L"No file selected to attach to an E-Mail."}},
           [] { drive::key('M', {VK_CONTROL}); });
     // Without a mail there is nowhere to write to.
-    steps({{kList, L"Velora was unable to open an E-Mail window."}},
+    Steps({{kList, L"Velora was unable to open an E-Mail window."}},
           [&] { bench.menu(L"List", {'W'}); });
     bench.choose(L"Zoo");
     CHECK(bench.shows(L"Count: 2"));
@@ -349,7 +337,7 @@ TEST_CASE("a file is attached, deleted and copied, the list saved and written in
     CHECK(body.find(L"Zoo</FONT>") != body.npos);
     CHECK(body.find(L"<B>tiger</B>") != body.npos);
 
-    steps({{kList, L"Please enter a filename", L"OK", L"..\\my list"}},
+    Steps({{kList, L"Please enter a filename", L"OK", L"..\\my list"}},
           [&] { bench.menu(L"List", {'S'}); });
     const std::wstring text = bench.host.folder() + L"\\%2E.%5Cmy list.txt";
     CHECK(drive::until([&] { return fileExists(text); }));
@@ -361,12 +349,12 @@ TEST_CASE("a file is attached, deleted and copied, the list saved and written in
     CHECK(bench.shows(L"1 sound added to Mix"));
     // Into the Recycle Bin, not before the user says so.
     bench.find(L"tiger");
-    steps({{kList, L"Do you wish to send the above file to the Windows Recycle Bin?", L"Preview"},
+    Steps({{kList, L"Do you wish to send the above file to the Windows Recycle Bin?", L"Preview"},
            {kList, L"Delete Tiger.wav ?", L"Cancel"}},
           [&] { bench.menu(L"Sound", {'D'}); });
     CHECK(fileExists(bench.zoo.file(L"Tiger.wav")));
     CHECK(bench.plays(L"\\Tiger.wav"));
-    steps({{kList, L"Delete Tiger.wav ?", L"Delete"}}, [&] { bench.menu(L"Sound", {'D'}); });
+    Steps({{kList, L"Delete Tiger.wav ?", L"Delete"}}, [&] { bench.menu(L"Sound", {'D'}); });
     CHECK(drive::until([&] { return !fileExists(bench.zoo.file(L"Tiger.wav")); }));
 }
 
@@ -400,9 +388,8 @@ TEST_CASE("the wav check answers for a known and an unknown sound")
     StopSound();
 
     // An unknown one, with a name that is markup: a message says so, unless it is not wanted.
-    Steps chain({{L"Velora - WavCheck", L"~CRnope not found!", L"OK"}});
-    postCall([] { frmWavCheck::check(L"~CRnope", true); });
-    CHECK(drive::until([&] { return chain.done(); }));
+    Steps({{L"Velora - WavCheck", L"~CRnope not found!"}},
+          [] { postCall([] { frmWavCheck::check(L"~CRnope", true); }); });
     CHECK(says(L"Velora did not find this wav in any of your wav categories."));
     opt::WavScan::NoPrompt.set(true);
     frmWavCheck::check(L"..\\..\\boot", true);
@@ -495,9 +482,7 @@ TEST_CASE(
 
     constexpr wchar_t kList[] = L"Velora - Wav List";
     const auto edit = [&](const wchar_t* says, const wchar_t* answer) {
-        Steps chain(std::vector<Step>{{kList, says, answer}});
-        bench.menu(L"Sound", {'E'});
-        CHECK(drive::until([&] { return chain.done(); }));
+        Steps({{kList, says, answer}}, [&] { bench.menu(L"Sound", {'E'}); });
     };
     edit(L"The Descriptions Editor is already open.", L"OK");
     open = false;

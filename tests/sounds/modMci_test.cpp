@@ -36,20 +36,3 @@ TEST_CASE("a path with an exclamation mark has a second form")
     for (const wchar_t* none : {L"C:\\x.wav", L"C:\\x!.mp3", L"C:\\x!\" alias y.wav"})
         CHECK_FALSE(mciOpenElement(none, L"a"));
 }
-
-TEST_CASE("the other commands")
-{
-    CHECK(mciClose(L"a") == L"Close a");
-    CHECK(mciPause(L"a") == L"Pause a");
-    CHECK(mciPlay(L"a", false) == L"Play a");
-    CHECK(mciPlay(L"a", true) == L"Play a wait");
-    CHECK(mciStop(L"a") == L"Stop a");
-    CHECK(mciSeek(L"a", 250) == L"seek a to 250");
-    CHECK(mciStatus(L"a", MciQuery::length) == L"Status a length");
-    CHECK(mciStatus(L"a", MciQuery::position) == L"Status a position");
-    CHECK(mciStatus(L"a", MciQuery::mode) == L"Status a mode");
-    CHECK(mciStatus(L"a", MciQuery::samplingRate) == L"status a samplespersec wait");
-    CHECK(mciStatus(L"a", MciQuery::bits) == L"status a bitspersample wait");
-    CHECK(mciStatus(L"a", MciQuery::channels) == L"status a channels wait");
-    CHECK(mciStatus(L"a", MciQuery::formatTag) == L"status a format tag wait");
-}

@@ -3,17 +3,16 @@
 
 #include "base/files.h"
 #include "core/modAOL.h"
-#include "settings/Options.h"
 #include "sounds/frmMPlayer.h"
 #include "sounds/modJukebox.h"
 #include "sounds/modMediaPlayer.h"
 #include "support/answer_win.h"
 #include "support/drive_win.h"
 #include "support/fakemplayer_win.h"
-#include "support/memory_store.h"
+#include "support/form_scope_win.h"
+#include "support/process_win.h"
 #include "support/tempdir.h"
 #include "support/wavfile.h"
-#include "ui/MessageLoop.h"
 
 #include <doctest/doctest.h>
 
@@ -25,11 +24,9 @@ namespace {
 using Calls = std::vector<std::wstring>;
 
 /// Options in memory; AOL's sounds folder is the test's own.
-struct Sounds {
-    Sounds() : former(setSettingsStore(std::make_unique<MemoryStore>()))
+struct Sounds : FormScope {
+    Sounds()
     {
-        LoadSettings();
-        opt::General::AutoCloseMsgBox.set(false);
         aol().folder = folder.path();
         folder.folder(L"sounds");
         onSoundProgress([this](const SoundProgress& progress) { told.push_back(progress); });
@@ -39,11 +36,7 @@ struct Sounds {
         onSoundProgress(nullptr);
         StopSound();
         MuteSounds(false);
-        Form::unloadAll();
-        doEvents();
         aol() = {};
-        setSettingsStore(std::move(former));
-        LoadSettings();
     }
     std::wstring sound(const wchar_t* name, int milliseconds = 60000) const
     {
@@ -52,7 +45,6 @@ struct Sounds {
         return path;
     }
     TempDir folder;
-    std::unique_ptr<SettingsStore> former;
     std::vector<SoundProgress> told;
 };
 
@@ -71,23 +63,6 @@ TEST_CASE("without Media Player an mp3 leads to its page, and the jukebox does n
     const Answer no(L"No", L"Velora", L"The Velora Jukebox feature requires");
     CHECK_FALSE(StartJukebox());
     CHECK(no.came());
-}
-
-TEST_CASE("the control counts as there from version 6.4 on")
-{
-    CHECK((FakeMediaPlayer(6, 4), mediaPlayerUsable()));
-    {
-        const FakeMediaPlayer older(6, 3);
-        CHECK_FALSE(mediaPlayerUsable());
-    }
-    {
-        const FakeMediaPlayer none(6, 4, false);
-        CHECK_FALSE(mediaPlayerUsable());
-    }
-    {
-        const FakeMediaPlayer present(6, 4);
-        CHECK(mediaPlayerUsable());
-    }
 }
 
 TEST_CASE("an mp3 plays on the hidden window's control, with its progress, to its end")
@@ -164,9 +139,7 @@ TEST_CASE("the jukebox starts with its token, when it is there")
         CHECK_FALSE(StartJukebox(folder));
         CHECK(told.came());
     }
-    wchar_t self[MAX_PATH];
-    GetModuleFileNameW(nullptr, self, MAX_PATH);
-    copyFile(self, folder + L"\\jukebox.exe", false);
+    copyFile(buildFolder() + L"\\velora_tests.exe", folder + L"\\jukebox.exe", false);
     REQUIRE(StartJukebox(folder));
     const HWND window = drive::window(L"Velora Jukebox", 30000);
     REQUIRE(window);

@@ -43,30 +43,9 @@ TEST_CASE("the name in a line")
 
 TEST_CASE("a hostile name is no sound")
 {
-    for (const wchar_t* bad : {L"..\\..\\x",
-                               L"C:\\x",
-                               L"C:x",
-                               L"a/b",
-                               L"\\\\host\\share\\x",
-                               L"//host/share/x",
-                               L"CON",
-                               L"con.txt",
-                               L"NUL",
-                               L"COM1.x",
-                               L"LPT9",
-                               L"x.wav:stream",
-                               L"x.",
-                               L"x ",
-                               L" x",
-                               L".",
-                               L"..",
-                               L"x*",
-                               L"x?",
-                               L"\"x\" alias y",
-                               L"x|y",
-                               L"a\tb",
-                               L"<x>",
-                               L""}) {
+    // What is no plain file name is none; see the names of files.
+    for (const wchar_t* bad : {L"..\\..\\x", L"C:\\x", L"CON", L"x.wav:stream", L"x*",
+                               L"\"x\" alias y", L"a\tb", L"x ", L""}) {
         CAPTURE(bad);
         CHECK_FALSE(isSafeSoundName(bad));
     }

@@ -70,60 +70,29 @@ TEST_CASE("a sound said in the room plays, one at a time, and ends")
     CHECK(bench.played.back() == L"drop.wav");
 }
 
-TEST_CASE("hostile names open nothing")
-{
-    ToolbarBench bench;
-    bench.addSound(L"ok.wav", 300);
-    bench.addSound(L"..\\outside.wav", 300);
-    opt::WavScan::MaxPerMinute.set(1000);
-    bench.load();
-    bench.enterRoom(L"Town Square");
-    for (const std::wstring& name : std::initializer_list<std::wstring>{
-             L"..\\outside", bench.host.folder() + L"\\outside", L"x/../../outside",
-             L"\\\\localhost\\share\\x", L"CON", L"ok.wav:stream", L"ok ", L"ok.wav\" alias y"})
-        bench.host.command(L"say Mallory: {S " + name + L"}");
-    bench.host.command(L"say Joe Smith: {S ok}");
-    CHECK(waitFor([&] { return !bench.played.empty(); }));
-    CHECK(bench.played == Names{L"ok.wav"});
-}
-
-TEST_CASE("the wav list finds, previews and sends")
+TEST_CASE("Enter in the wav list previews, or sends by the option")
 {
     ToolbarBench bench;
     for (const wchar_t* name : {L"Hello.wav", L"help me.wav", L"zebra.wav"})
         bench.addSound(name, 60000);
-    opt::WavScan::MaxPerMinute.set(1000);
     frmToolbar& toolbar = bench.load();
     bench.enterRoom(L"Town Square");
     REQUIRE(drive::press(toolbar.hwnd(), L"Wav List"));
     const HWND list = drive::window(L"Velora - Wav List");
     REQUIRE(list);
     CHECK(drive::until([&] { return GetForegroundWindow() == list; }));
-
-    // Typing goes into the quick find; Enter previews the first match.
     drive::type(L"zeb");
     CHECK(drive::until([&] { return drive::child(list, L"Count: 1") != nullptr; }));
     drive::key(VK_RETURN);
     CHECK(drive::until([] { return playingSound().ends_with(L"\\zebra.wav") && soundBusy(); }));
-    CHECK(drive::child(list, L"Previewing zebra") != nullptr);
     CHECK(bench.host.sent().empty());
-    REQUIRE(drive::press(list, L"Stop"));
-    CHECK(drive::until([] { return playingSound().empty(); }));
-
-    REQUIRE(drive::press(list, L"Send"));
-    CHECK(drive::until([&] { return bench.host.sent() == Names{L"{S zebra}"}; }));
-    // The room shows it, and the user hears it as everyone does.
-    CHECK(waitFor([&] { return bench.played == Names{L"zebra.wav"}; }));
-    CHECK(bench.hears(L"Orv Tester|{S zebra}|own"));
     StopSound();
 
-    // By the option, Enter and double click send.
     opt::WavList::DoubleClick.set(L"Send");
     opt::WavList::UseUpperWavTrigger.set(false);
     REQUIRE(drive::activate(list));
     drive::key(VK_RETURN);
-    CHECK(drive::until([&] { return bench.host.sent().size() == 2; }));
-    CHECK(bench.host.sent().back() == L"{s zebra}");
+    CHECK(drive::until([&] { return bench.host.sent() == Names{L"{s zebra}"}; }));
 }
 
 TEST_CASE("the wav list says why it cannot send")
@@ -138,10 +107,8 @@ TEST_CASE("the wav list says why it cannot send")
     for (const auto& [typed, says] :
          {std::pair{L"", L"No wav selected!"}, {L"hello", L"No AOL Chat Room visible!"}}) {
         SetWindowTextW(drive::child(list, L"Edit"), typed);
-        const Step box{typed[0] ? L"Velora" : L"Velora - Wav List", says};
-        Steps answer(std::vector<Step>{box});
-        PostMessageW(drive::child(list, L"Send"), BM_CLICK, 0, 0);
-        CHECK(drive::until([&] { return answer.done(); }));
+        Steps({{typed[0] ? L"Velora" : L"Velora - Wav List", says}},
+              [&] { PostMessageW(drive::child(list, L"Send"), BM_CLICK, 0, 0); });
     }
     CHECK(bench.host.sent().empty());
 }

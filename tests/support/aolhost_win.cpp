@@ -8,13 +8,6 @@
 namespace velora::test {
 namespace {
 
-std::wstring ownFolder()
-{
-    wchar_t path[MAX_PATH * 2];
-    const std::wstring self(path, GetModuleFileNameW(nullptr, path, MAX_PATH * 2));
-    return self.substr(0, self.rfind(L'\\'));
-}
-
 std::wstring freshName()
 {
     static int count = 0;
@@ -30,20 +23,6 @@ std::wstring tempFolder()
 [[noreturn]] void fail(const std::wstring& what)
 {
     throw std::runtime_error("AOL stand-in: " + toUtf8(what));
-}
-
-/// Starts a program; its handle. `id` gets the process identifier.
-KernelHandle run(std::wstring commandLine, const std::wstring& folder, DWORD* id)
-{
-    STARTUPINFOW start{};
-    start.cb = sizeof start;
-    PROCESS_INFORMATION info{};
-    if (!CreateProcessW(nullptr, commandLine.data(), nullptr, nullptr, FALSE, 0, nullptr,
-                        folder.c_str(), &start, &info))
-        fail(L"cannot start " + commandLine);
-    CloseHandle(info.hThread);
-    *id = info.dwProcessId;
-    return KernelHandle(info.hProcess);
 }
 
 std::wstring argument(const std::wstring& name, const std::wstring& value)
@@ -130,16 +109,13 @@ AolHost::AolHost(const Options& options) : options_(options)
     const std::wstring name = freshName();
     folder_ = tempFolder() + name;
     transcript_ = folder_ + L"\\transcript.txt";
-    const std::wstring make = L"\"" + ownFolder() + L"\\waol.exe\""
-                              + argument(L"make-folder", folder_)
-                              + argument(L"edition", std::to_wstring(options.edition))
-                              + argument(L"version", std::to_wstring(options.version))
-                              + argument(L"names", options.names);
-    DWORD id = 0;
-    const KernelHandle maker = run(make, ownFolder(), &id);
-    DWORD code = 1;
-    if (WaitForSingleObject(maker.get(), 60000) != WAIT_OBJECT_0
-        || !GetExitCodeProcess(maker.get(), &code) || code != 0)
+    const Process maker(buildFolder() + L"\\waol.exe",
+                        argument(L"make-folder", folder_)
+                            + argument(L"edition", std::to_wstring(options.edition))
+                            + argument(L"version", std::to_wstring(options.version))
+                            + argument(L"names", options.names),
+                        buildFolder());
+    if (!maker.ended(60000) || maker.exitCode() != 0)
         fail(L"no AOL folder was made");
     try {
         if (options.run)
@@ -160,27 +136,21 @@ AolHost::~AolHost()
 void AolHost::kill()
 {
     pipe_.reset();
-    if (!process_)
-        return;
-    TerminateProcess(process_.get(), 99);
-    WaitForSingleObject(process_.get(), 10000);
+    process_.kill();
 }
 
 void AolHost::start()
 {
     pipeName_ = freshName();
-    std::wstring line = L"\"" + folder_ + L"\\waol.exe\"" + argument(L"pipe", pipeName_)
-                        + argument(L"transcript", transcript_)
+    std::wstring line = argument(L"pipe", pipeName_) + argument(L"transcript", transcript_)
                         + argument(L"mdi", options_.mdiCreation)
                         + argument(L"late", std::to_wstring(options_.lateMs))
                         + argument(L"edits", options_.unicodeEdits ? L"w" : L"a");
     if (!options_.signOn.empty())
         line += argument(L"signon", options_.signOn);
-    if (!options_.notice.empty())
-        line += argument(L"notice", options_.notice);
     for (const std::wstring& more : options_.more)
         line += L" \"" + more + L"\"";
-    process_ = run(line, folder_, &processId_);
+    process_ = Process(folder_ + L"\\waol.exe", line, folder_);
     connect();
     frame_ = handleOf(L"frame");
 }
@@ -193,7 +163,7 @@ void AolHost::connect()
         [&] {
             pipe_.reset(CreateFileW(path.c_str(), GENERIC_READ | GENERIC_WRITE, 0, nullptr,
                                     OPEN_EXISTING, 0, nullptr));
-            return pipe_ || WaitForSingleObject(process_.get(), 0) == WAIT_OBJECT_0;
+            return pipe_ || !process_.running();
         },
         60000);
     if (!open || !pipe_)
@@ -321,7 +291,7 @@ HWND AolHost::dialog() const
     while ((window = FindWindowExW(nullptr, window, L"_AOL_Modal", nullptr))) {
         DWORD owner = 0;
         GetWindowThreadProcessId(window, &owner);
-        if (owner == processId_)
+        if (owner == processId())
             return window;
     }
     return nullptr;
@@ -329,7 +299,7 @@ HWND AolHost::dialog() const
 
 bool AolHost::ended(unsigned ms)
 {
-    return waitFor([&] { return WaitForSingleObject(process_.get(), 0) == WAIT_OBJECT_0; }, ms);
+    return waitFor([&] { return !process_.running(); }, ms);
 }
 
 } // namespace velora::test

@@ -4,6 +4,7 @@
 // The commands are described in docs/stand-in.md.
 #include "base/handles.h"
 #include "base/win.h"
+#include "support/process_win.h"
 
 #include <functional>
 #include <map>
@@ -39,7 +40,6 @@ public:
         int lateMs = 0;                                ///< controls built that long after
         bool unicodeEdits = false;
         std::wstring mdiCreation = L"create"; ///< create, ex or plain
-        std::wstring notice = {};             ///< sent or posted; empty: the version's habit
         std::vector<std::wstring> more = {};  ///< further arguments, "--enter=keydown"
         bool run = true;                      ///< false: only the folder is made
     };
@@ -76,8 +76,8 @@ public:
     /// AOL's open dialog ("_AOL_Modal"); null when there is none.
     HWND dialog() const;
 
-    HANDLE process() const { return process_.get(); }
-    DWORD processId() const { return processId_; }
+    HANDLE process() const { return process_.handle(); }
+    DWORD processId() const { return process_.id(); }
     /// True when AOL's process has ended within that time.
     bool ended(unsigned ms = 20000);
     const std::wstring& folder() const { return folder_; }
@@ -96,9 +96,8 @@ private:
     HWND handleOf(const wchar_t* name);
     Options options_;
     std::wstring folder_, pipeName_, transcript_;
-    KernelHandle process_;
+    Process process_;
     FileHandle pipe_;
-    DWORD processId_ = 0;
     HWND frame_ = nullptr;
     std::string pending_;
 };

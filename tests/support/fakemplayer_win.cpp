@@ -5,6 +5,7 @@
 #include "settings/clsRegistry.h"
 #include "sounds/frmMPlayer.h"
 #include "sounds/modMediaPlayer.h"
+#include "support/process_win.h"
 
 #include <oaidl.h>
 #include <oleauto.h>
@@ -189,24 +190,21 @@ clsRegistry nameKey(const wchar_t* below)
     return key;
 }
 
-/// One of the companion modules, its version changed.
-std::string moduleOfVersion(WORD major, WORD minor)
+/// One of the companion modules, its version changed to 6.4.
+std::string moduleOfVersion()
 {
-    wchar_t self[MAX_PATH];
-    std::wstring path(self, GetModuleFileNameW(nullptr, self, MAX_PATH));
-    path.resize(path.rfind(L'\\'));
-    std::string bytes = readFile(path + L"\\orverr.dll").value_or("");
+    std::string bytes = readFile(buildFolder() + L"\\orverr.dll").value_or("");
     const std::size_t info = bytes.find("\xBD\x04\xEF\xFE");
     if (info == bytes.npos)
         throw std::runtime_error("no module with a version to copy");
-    const WORD version[] = {minor, major};
+    constexpr WORD version[] = {4, 6};
     std::memcpy(&bytes[info + 8], version, sizeof version);
     return bytes;
 }
 
 } // namespace
 
-FakeMediaPlayer::FakeMediaPlayer(WORD major, WORD minor, bool file)
+FakeMediaPlayer::FakeMediaPlayer()
 {
     oleInitialised_ = SUCCEEDED(OleInitialize(nullptr));
     nameKey(L"\\CLSID").Value(RegValue(std::wstring(kClassText)));
@@ -218,8 +216,7 @@ FakeMediaPlayer::FakeMediaPlayer(WORD major, WORD minor, bool file)
     if (FAILED(result))
         throw std::runtime_error("the class could not be registered");
     const std::wstring path = folder_.file(L"msdxm.ocx");
-    if (file)
-        replaceFile(path, moduleOfVersion(major, minor));
+    replaceFile(path, moduleOfVersion());
     lookForMediaPlayer(to1252(path));
 }
 

@@ -12,9 +12,8 @@ namespace velora::test {
 
 class FakeMediaPlayer {
 public:
-    /// Registers the server. The file gets this version ("6.4" is 6, 4); with `file` false none is
-    /// there.
-    explicit FakeMediaPlayer(WORD major = 6, WORD minor = 4, bool file = true);
+    /// Registers the server; its file has the version 6.4.
+    FakeMediaPlayer();
     /// Takes everything back.
     ~FakeMediaPlayer();
     FakeMediaPlayer(const FakeMediaPlayer&) = delete;

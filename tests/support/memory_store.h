@@ -2,7 +2,7 @@
 // A settings store in memory, for tests of what reads and writes options.
 #include "base/text.h"
 #include "base/trap.h"
-#include "settings/SettingsStore.h"
+#include "settings/Options.h"
 
 #include <map>
 #include <set>
@@ -61,14 +61,19 @@ public:
     }
 };
 
-/// Puts a store in place for one test and the former one back.
+/// Puts a store in place for one test, the options loaded from it, and the former one back.
 class StoreScope {
 public:
     StoreScope()
         : store(new MemoryStore), former_(setSettingsStore(std::unique_ptr<SettingsStore>(store)))
     {
+        LoadSettings();
     }
-    ~StoreScope() { setSettingsStore(std::move(former_)); }
+    ~StoreScope()
+    {
+        setSettingsStore(std::move(former_));
+        LoadSettings();
+    }
     StoreScope(const StoreScope&) = delete;
     StoreScope& operator=(const StoreScope&) = delete;
 

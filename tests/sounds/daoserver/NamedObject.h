@@ -1,59 +1,66 @@
 #pragma once
-// An automation object whose members are found by name, for COM servers of tests.
+// Automation objects for COM servers of tests: a table of members, found by name.
 #include "sounds/LateObject.h"
 
+#include <any>
+#include <functional>
+#include <map>
 #include <memory>
 #include <string>
+#include <type_traits>
 #include <vector>
 
 namespace velora::test {
 
-/// What a call brings: the member's name, how it is used, the arguments in their order.
-struct Call {
-    std::wstring name;
-    bool put = false;
+/// The arguments of a call, in their order.
+class Call {
+public:
     std::vector<const VARIANT*> arguments;
 
-    bool is(const wchar_t* member) const { return !put && name == member; }
-    bool sets(const wchar_t* member) const { return put && name == member; }
     std::wstring text(std::size_t argument) const;
     long number(std::size_t argument) const;
-    bool isNumber(std::size_t argument) const;
-    /// The object passed; null when it is none.
-    IDispatch* object(std::size_t argument) const;
-};
-
-/// A member that the object does not have.
-struct NoMember {};
-
-/// Answers calls; an exception becomes the number that DAO gives. Lives by its reference count.
-class NamedObject : public IDispatch {
-public:
-    virtual ~NamedObject() = default;
-    STDMETHODIMP QueryInterface(REFIID id, void** out) override;
-    STDMETHODIMP_(ULONG) AddRef() override { return static_cast<ULONG>(++references_); }
-    STDMETHODIMP_(ULONG) Release() override;
-    STDMETHODIMP GetTypeInfoCount(UINT* count) override;
-    STDMETHODIMP GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
-    STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR* names, UINT count, LCID, DISPID* ids) override;
-    STDMETHODIMP Invoke(DISPID id, REFIID, LCID, WORD kind, DISPPARAMS* given, VARIANT* answer,
-                        EXCEPINFO* error, UINT*) override;
-
-protected:
-    /// Throws NoMember for what there is not, JetError for what goes wrong.
-    virtual LateValue call(const Call& call) = 0;
-    /// False makes the name unknown from the start.
-    virtual bool knows(const std::wstring&) const { return true; }
+    bool isNumber(std::size_t argument) const { return arguments.at(argument)->vt == VT_I4; }
+    bool isNull(std::size_t argument) const { return arguments.at(argument)->vt == VT_NULL; }
+    /// What the object passed stands for, see object(); throws JetError for another one.
+    template <class Content>
+    const Content& content(std::size_t argument) const
+    {
+        const auto* held = std::any_cast<std::shared_ptr<Content>>(contentOf(argument));
+        if (!held)
+            wrongObject();
+        return **held;
+    }
 
 private:
-    long references_ = 0;
+    const std::any* contentOf(std::size_t argument) const;
+    [[noreturn]] static void wrongObject();
 };
 
-/// An object as a value.
-template <class Object, class... Args>
-LateValue made(Args&&... args)
-{
-    return LateValue(static_cast<IDispatch*>(new Object(std::forward<Args>(args)...)));
-}
+/// Answers a call. An exception becomes the number that DAO gives.
+class Member {
+public:
+    template <class Body>
+    Member(Body body)
+        : run_([body](const Call& call) -> LateValue {
+              if constexpr (std::is_void_v<std::invoke_result_t<Body, const Call&>>) {
+                  body(call);
+                  return {};
+              } else {
+                  return LateValue(body(call));
+              }
+          })
+    {
+    }
+    LateValue operator()(const Call& call) const { return run_(call); }
+
+private:
+    std::function<LateValue(const Call&)> run_;
+};
+
+/// By name; a property's name has "=" behind it where it is set.
+using Members = std::map<std::wstring, Member>;
+
+/// A new object. `content`, a shared_ptr, is what it stands for as an argument of other calls.
+LateValue object(Members members, std::any content = {});
 
 } // namespace velora::test

@@ -212,8 +212,7 @@ HWND clsReplyHooks::GetFwdHelpIcon(HWND window) const
 
 bool clsReplyHooks::IsStandaloneMB(HWND window) const
 {
-    const ReadWindow* const read = find(window);
-    return read && read->board();
+    return GetReplyHelpIcon(window) && !GetFwdHelpIcon(window);
 }
 
 bool clsReplyHooks::hooked(HWND window) const
@@ -268,7 +267,7 @@ bool clsReplyHooks::quoteFront()
             for (const HWND child : documents())
                 if (const ReadWindow* const read = find(child))
                     return remember(*read, Button::reply, true)
-                           && clickAolIcon(read->icon(Button::reply));
+                           && clickAolIcon(GetReplyHelpIcon(child));
             return false;
         },
         false);

@@ -11,6 +11,7 @@
 #include "ui/WinGeometry.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace velora {
 namespace {
@@ -83,7 +84,13 @@ const frmMailBar::ButtonRow frmMailBar::kButtons[] = {
      [] { return bool(toolbarRoutes().mailMenu); }, [](frmMailBar& bar) { bar.openTools(); }},
 };
 
-frmMailBar::frmMailBar(const clsReplyHooks& replies) : Form("frmMailBar"), replies_(replies) {}
+frmMailBar::frmMailBar(const clsReplyHooks& replies) : Form("frmMailBar"), replies_(replies)
+{
+    sbcMail.WndMessageX = [this](HookMessage&) {
+        follow();
+        tmrSettle.startOnce(kSettleMs, [this] { follow(); });
+    };
+}
 
 frmMailBar::~frmMailBar() = default;
 
@@ -107,11 +114,9 @@ void frmMailBar::onCreate()
         button.setPreferredSize(kButtonSize);
         tips_.add(button, row.tip);
     }
-    sbcMail.WndMessageX = [this](HookMessage&) {
-        follow();
-        tmrSettle.startOnce(kSettleMs, [this] { follow(); });
-    };
-    changes_ = onOptionChanged([this](OptionId) {
+    changes_ = onOptionChanged([this](OptionId id) {
+        if (id != opt::Toolbar::MailBar.id() && id != opt::EMail::AdInMail.id())
+            return;
         showButtons();
         follow();
     });
@@ -119,16 +124,17 @@ void frmMailBar::onCreate()
 
 void frmMailBar::onDestroy()
 {
-    detach();
+    ended_ = true;
+    tmrSettle.stop();
+    changes_ = {};
+    sbcMail.detach();
 }
 
 void frmMailBar::detach()
 {
     trap(kModule, [&] {
-        if (std::exchange(ended_, true))
-            return;
+        ended_ = true;
         tmrSettle.stop();
-        changes_ = {};
         sbcMail.detach();
         close();
     });

@@ -9,6 +9,8 @@
 #include "hook/AgentLink.h"
 #include "ui/WinGeometry.h"
 
+#include <algorithm>
+
 namespace velora {
 namespace {
 

@@ -19,18 +19,6 @@ bool inside(HWND window, LPARAM where)
     return PtInRect(&area, {static_cast<short>(LOWORD(where)), static_cast<short>(HIWORD(where))});
 }
 
-/// Keeps AOL's input box from showing the markup on its way through.
-class Unseen {
-public:
-    explicit Unseen(HWND window) : window_(window) { sendToAol(window_, WM_SETREDRAW, FALSE, 0); }
-    ~Unseen() { sendToAol(window_, WM_SETREDRAW, static_cast<WPARAM>(-1), 0); }
-    Unseen(const Unseen&) = delete;
-    Unseen& operator=(const Unseen&) = delete;
-
-private:
-    HWND window_;
-};
-
 } // namespace
 
 SendOptions sendOptions()
@@ -142,8 +130,7 @@ bool clsChatSend::takeOver(HookMessage& message)
     if (decision.action == SendAction::fade) {
         typed_ = faded_ = *typed;
         FadeEngine(faded_);
-        const Unseen unseen(input_);
-        if (!faded_.empty() && TextToChat(faded_, kSendNow))
+        if (!faded_.empty() && link_->sendLine(input_, faded_))
             message.requestDelayed(kFadedCode);
         else
             setAolText(input_, typed_);

@@ -57,6 +57,15 @@ bool fromVersion7(int version)
     return chatDisplayClass(version) != L"RICHCNTL";
 }
 
+/// Whether the window has the focus of its thread. Sends no message.
+bool hasFocus(HWND window)
+{
+    GUITHREADINFO info{};
+    info.cbSize = sizeof info;
+    return GetGUIThreadInfo(GetWindowThreadProcessId(window, nullptr), &info)
+           && info.hwndFocus == window;
+}
+
 struct OwnEnter {
     OwnEnter() { ++g_ownEnters; }
     ~OwnEnter() { --g_ownEnters; }
@@ -143,7 +152,7 @@ bool TextToChat(std::wstring_view text, int mode)
             if (!isAolWindow(input))
                 return false;
             // Only code inside AOL can move AOL's focus; the text arrives without it, too.
-            if (aolLink().connected())
+            if (aolLink().connected() && !hasFocus(input))
                 aolLink().setFocus(input);
             if (!setAolText(input, text))
                 return false;

@@ -76,6 +76,9 @@ public:
     bool select(HWND edit, int from, int to);
     bool setText(HWND edit, std::wstring_view text);
     bool setFocus(HWND window);
+    /// Puts a line into a field and confirms it with Enter, the field's focus on it and its text
+    /// unseen; no hook is asked about that Enter. False when AOL does not take the text or is busy.
+    bool sendLine(HWND edit, std::wstring_view text);
 
     // Menus.
     /// Identifier of the item of AOL's menus with this caption; absent when there is none, or AOL

@@ -279,6 +279,13 @@ bool AgentLink::setFocus(HWND window)
         kModule, [&] { return impl_->succeeds(wire::Op::setFocus, {.window = window}); }, false);
 }
 
+bool AgentLink::sendLine(HWND edit, std::wstring_view text)
+{
+    return trap(
+        kModule,
+        [&] { return impl_->succeeds(wire::Op::sendLine, {.window = edit, .text = text}); }, false);
+}
+
 std::optional<UINT> AgentLink::menuFind(std::wstring_view caption)
 {
     return trap(

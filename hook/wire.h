@@ -13,7 +13,7 @@
 namespace velora::wire {
 
 inline constexpr std::uint32_t kMagic = 0x41474C56; // "VLGA"
-inline constexpr std::uint32_t kVersion = 1;
+inline constexpr std::uint32_t kVersion = 2;
 
 /// The section's name is this, the program's process id and the connection's generation, as
 /// "%08lx%08lx".
@@ -164,6 +164,7 @@ enum class Op : std::uint32_t {
     select,     ///< window, a = from, b = to
     setText,    ///< window, text
     setFocus,   ///< window
+    sendLine,   ///< window, text: put there and confirmed with Enter, unseen
     menuFind,   ///< text; the status is the identifier
     menuSync,   ///< the menu table was written anew
     imTake,     ///< window, a = owner, rect; the status is the holder window

@@ -52,6 +52,7 @@ struct State {
     DWORD thread;
     int records; ///< used entries of record[], with gaps
     bool reading;
+    HWND pressing; ///< where the agent itself presses Enter: no hook asks about that
     bool releasing;
     Record record[kRecords];
     LocalSlot slot[wire::kSlots];

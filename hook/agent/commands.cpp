@@ -50,6 +50,22 @@ std::int32_t giveFocus(HWND window)
     return GetFocus() == window ? wire::kDone : wire::kRefused;
 }
 
+/// AOL waits in a hook's question meanwhile, so all of it is one command.
+std::int32_t sendLine(HWND field, const wchar_t* text)
+{
+    SetFocus(field);
+    // The text is markup, which nobody is to see on its way.
+    SendMessageW(field, WM_SETREDRAW, FALSE, 0);
+    const bool put = SendMessageW(field, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(text)) != 0;
+    if (put) {
+        g.pressing = field;
+        SendMessageW(field, WM_CHAR, VK_RETURN, 0);
+        g.pressing = nullptr;
+    }
+    SendMessageW(field, WM_SETREDRAW, static_cast<WPARAM>(-1), 0);
+    return put ? wire::kDone : wire::kRefused;
+}
+
 std::int32_t quit()
 {
     const HWND window = g.window;
@@ -85,6 +101,7 @@ std::int32_t run(const wire::Command& command, const wchar_t* text)
         return SendMessageW(window, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(text)) ? wire::kDone
                                                                                    : wire::kRefused;
     case wire::Op::setFocus: return giveFocus(window);
+    case wire::Op::sendLine: return sendLine(window, text);
     case wire::Op::menuFind: return findItem(text);
     case wire::Op::menuSync: syncMenus(); return wire::kDone;
     case wire::Op::imTake: return takeIm(command);

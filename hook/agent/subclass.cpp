@@ -142,7 +142,8 @@ LRESULT CALLBACK watchProc(HWND window, UINT message, WPARAM wParam, LPARAM lPar
         destroyed(*record);
         return callFormer(copy.former, copy.unicode, window, message, wParam, lParam);
     }
-    if (!g.section || !(copy.roles | copy.slots))
+    const bool ownEnter = window == g.pressing && message == WM_CHAR;
+    if (!g.section || !(copy.roles | copy.slots) || ownEnter)
         return callFormer(copy.former, copy.unicode, window, message, wParam, lParam);
 
     if ((copy.roles & kFrameRole) && message == WM_COMMAND && tookCommand(wParam, lParam))

@@ -26,8 +26,9 @@ struct Room {
         fade.FadeNumber = 2;
         fade.colours = {255, 0xFF0000};
         setCurrentFade(fade);
-        // Out of the way of the room's buttons.
+        // Out of the way of the room's box and buttons.
         opt::Toolbar::Position.set(L"20,0");
+        opt::Fader::ShowFadePanelWithChat.set(false);
         bench.load();
         bench.enterRoom(L"Town Square");
         REQUIRE(drive::activate(bench.host.frame()));

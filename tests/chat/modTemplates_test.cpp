@@ -20,7 +20,6 @@ TEST_CASE_FIXTURE(StoreScope, "missing templates are made, the user's own stay")
 
 TEST_CASE_FIXTURE(StoreScope, "templates are read with the built-in ones behind them")
 {
-    LoadSettings();
     CHECK(TemplateSet::load().templates == builtInTemplates());
     CHECK(TemplateSet::load().chosen == 1);
     for (const long wrong : {0L, 4L, -1L}) {
@@ -45,7 +44,6 @@ TEST_CASE("template captions are one short line")
 
 TEST_CASE_FIXTURE(StoreScope, "mails and boards have options of their own")
 {
-    LoadSettings();
     opt::Templates::MailQuoteEnabled.set(false);
     opt::Templates::BoardStripReturn.set(true);
     CHECK_FALSE(quoteRules(false).enabled);

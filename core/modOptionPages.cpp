@@ -414,8 +414,14 @@ OptionPage mail()
 {
     using namespace opt::EMail;
     return {L"Mail",
-            L"How mail is encrypted.",
-            {{L"Encryption",
+            L"Velora's buttons on AOL's mail windows, and encrypted mail.",
+            {{L"Mail windows",
+              {check(L"Buttons on mail windows", opt::Toolbar::MailBar,
+                     L"In the title bar of the mail or board window that is in front"),
+               check(L"One that adds a line about Velora", AdInMail,
+                     L"The line goes to the end of the mail that you write, only when you press it")
+                   .needing(opt::Toolbar::MailBar)}},
+             {L"Encryption",
               {check(L"Hide passwords while I type them", MaskPassword,
                      L"The box that asks for a password can show it all the same"),
                check(L"Tell how to decrypt", IncludeDecryptInstructions,

@@ -159,7 +159,7 @@ MailWindow AOL_OpenEMail()
             // The window may stand there for a while before its fields do.
             const auto built = [&] {
                 mail = mailFields(newChild(caption, known));
-                return mail.subject && mail.body;
+                return mail.to && mail.copy && mail.subject && mail.body;
             };
             if (!waitUntil(built, kWindowLimit))
                 mail = {};

@@ -177,8 +177,10 @@ TEST_CASE("the editor takes over with Enter what was typed, and saves it")
         return form && IsWindowEnabled(form->hwnd());
     }));
     REQUIRE(drive::activate(Form::find<frmEditor>()->hwnd()));
+    REQUIRE(drive::until([] { return textOf(GetFocus()) == L"Rose 3"; }));
     drive::key(VK_TAB);
     drive::type(L"Rosie");
+    REQUIRE(drive::until([] { return textOf(GetFocus()) == L"Rosie"; }));
     drive::key(VK_RETURN);
     drive::key(VK_RETURN);
     CHECK(drive::until([] { return Form::find<frmEditor>() == nullptr; }));

@@ -28,11 +28,6 @@ bool has(const std::function<void()>& route)
     return static_cast<bool>(route);
 }
 
-bool panelWanted()
-{
-    return opt::Toolbar::ShowToolbar.get();
-}
-
 bool always(const ToolbarRoutes&)
 {
     return true;
@@ -170,7 +165,9 @@ void frmToolbar::PositionMe()
 
 void frmToolbar::RefreshTray()
 {
-    if (ended_ || !(menuInTray(opt::Toolbar::MenuAccess.get()) || !panelWanted()))
+    const bool wanted =
+        menuInTray(opt::Toolbar::MenuAccess.get()) || !opt::Toolbar::ShowToolbar.get();
+    if (ended_ || !wanted)
         frmTray::hideIcon();
     else
         frmTray::showIcon(signedOn_.empty() ? L"Velora" : L"Velora - " + signedOn_);
@@ -195,7 +192,8 @@ void frmToolbar::fillButtonItems(Menu& menu)
 
 void frmToolbar::fillPanelItems(Menu& menu)
 {
-    const bool wanted = panelWanted(), horizontal = opt::Toolbar::Horizontal.get();
+    const bool wanted = opt::Toolbar::ShowToolbar.get();
+    const bool horizontal = opt::Toolbar::Horizontal.get();
     menu.item(L"&Show the Toolbar", [this, wanted] { ShowToolbar(!wanted); }, {.checked = wanted});
     menu.item(L"&Upright", [horizontal] { opt::Toolbar::Horizontal.set(!horizontal); },
               {.checked = !horizontal});
@@ -229,7 +227,7 @@ void frmToolbar::SetPanelPos()
         if (!isOpen())
             return;
         const bool over = IsWindow(frame_) && IsWindowVisible(frame_) && !IsIconic(frame_);
-        if (!over || !panelWanted()) {
+        if (!over || !opt::Toolbar::ShowToolbar.get()) {
             if (IsWindowVisible(hwnd()))
                 show(false);
             return;

@@ -142,7 +142,10 @@ LRESULT CALLBACK watchProc(HWND window, UINT message, WPARAM wParam, LPARAM lPar
         destroyed(*record);
         return callFormer(copy.former, copy.unicode, window, message, wParam, lParam);
     }
-    const bool ownEnter = window == g.pressing && message == WM_CHAR;
+    const bool ownEnter = message == WM_CHAR && wParam == VK_RETURN && window == g.pressing;
+    // AOL may stay in this message for long: what the user types meanwhile is no part of it.
+    if (ownEnter)
+        g.pressing = nullptr;
     if (!g.section || !(copy.roles | copy.slots) || ownEnter)
         return callFormer(copy.former, copy.unicode, window, message, wParam, lParam);
 
